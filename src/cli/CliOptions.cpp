@@ -1,0 +1,80 @@
+#include "CliOptions.h"
+
+#include "FileSelection.h"
+#include "LoadError.h"
+#include "UniverseGenerator.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+#include <cstdio>
+
+namespace {
+
+int playerNumber(const QString &text, int lowest, const QString &option)
+{
+    bool ok = false;
+    const int n = text.toInt(&ok);
+    if (!ok || n < lowest || n > MaxPlayers)
+        throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not \"%3\"")
+                                .arg(option).arg(lowest).arg(text));
+    return n;
+}
+
+} // namespace
+
+void addGameSelectionOptions(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("own"), QStringLiteral("Player number of your own race."), QStringLiteral("N")});
+    parser.addOption({QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y")});
+    parser.addOption({QStringLiteral("report-year"), QStringLiteral("Year in which report N was exported."),
+                      QStringLiteral("N=Y")});
+    parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
+}
+
+void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data)
+{
+    const QFileInfo map(mapFile);
+    if (!map.isFile())
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(mapFile));
+
+    FileSelection selection(data);
+    QString message = selection.clickMapFile(map.absolutePath(), map.fileName());
+    if (!message.isEmpty())
+        throw CliFailure(2, message);
+
+    if (parser.isSet(QStringLiteral("own")))
+        selection.chooseOwnRace(playerNumber(parser.value(QStringLiteral("own")), 1, QStringLiteral("--own")));
+    selection.gameYearText = parser.value(QStringLiteral("year"));
+    for (const QString &pair : parser.values(QStringLiteral("report-year"))) {
+        const qsizetype eq = pair.indexOf(u'=');
+        if (eq < 0)
+            throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not \"%1\"").arg(pair));
+        const int n = playerNumber(pair.left(eq), 1, QStringLiteral("--report-year"));
+        selection.row(n).yearText = pair.mid(eq + 1);
+    }
+    for (const QString &n : parser.values(QStringLiteral("skip")))
+        selection.setIncluded(playerNumber(n, 0, QStringLiteral("--skip")), false);
+
+    message = selection.confirm();
+    if (!message.isEmpty())
+        throw CliFailure(2, message);
+
+    GenerationObserver silent;
+    try {
+        generateUniverse(data, silent);
+    } catch (const LoadError &e) {
+        throw CliFailure(1, e.message());
+    }
+}
+
+void writeOutput(const QString &path, const QByteArray &bytes)
+{
+    if (path.isEmpty()) {
+        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+        std::fflush(stdout);
+        return;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
+}

@@ -1,0 +1,28 @@
+#pragma once
+// The command line: the game selection every subcommand takes and the
+// loading it leads to, with the exit statuses scripts rely on.
+
+#include "GameData.h"
+
+#include <QCommandLineParser>
+#include <QString>
+#include <stdexcept>
+
+// A run that must end: status 2 for usage and selection errors, 1 for a
+// failure while loading or drawing; the message goes to standard error.
+struct CliFailure : std::runtime_error {
+    CliFailure(int status, const QString &message)
+        : std::runtime_error(message.toStdString()), status(status), message(message) {}
+    int status;
+    QString message;
+};
+
+// Adds --own, --year, --report-year and --skip to the parser.
+void addGameSelectionOptions(QCommandLineParser &parser);
+
+// Picks MAPFILE as the file selection window would, applies the options,
+// runs its checks and then the generation. Throws CliFailure.
+void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);
+
+// Writes to the file (replaced atomically) or to standard output when empty.
+void writeOutput(const QString &path, const QByteArray &bytes);

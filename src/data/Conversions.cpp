@@ -1,0 +1,130 @@
+#include "Conversions.h"
+
+#include <cmath>
+#include <limits>
+
+namespace conv {
+
+namespace {
+
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+
+// Length of the decimal number at the start of `s` (sign, digits, point,
+// E or D exponent), or 0 when no digit is found.
+qsizetype numberPrefix(QStringView s)
+{
+    qsizetype i = 0;
+    const qsizetype n = s.size();
+    if (i < n && (s[i] == u'+' || s[i] == u'-'))
+        ++i;
+    qsizetype digits = 0;
+    while (i < n && isDigit(s[i])) { ++i; ++digits; }
+    if (i < n && s[i] == u'.') {
+        ++i;
+        while (i < n && isDigit(s[i])) { ++i; ++digits; }
+    }
+    if (digits == 0)
+        return 0;
+    if (i < n && (s[i] == u'e' || s[i] == u'E' || s[i] == u'd' || s[i] == u'D')) {
+        qsizetype j = i + 1;
+        if (j < n && (s[j] == u'+' || s[j] == u'-'))
+            ++j;
+        qsizetype expDigits = 0;
+        while (j < n && isDigit(s[j])) { ++j; ++expDigits; }
+        if (expDigits > 0)
+            i = j;
+    }
+    return i;
+}
+
+double parsePrefix(QStringView s, qsizetype len)
+{
+    QByteArray bytes = s.first(len).toLatin1();
+    for (char &c : bytes)
+        if (c == 'd' || c == 'D')
+            c = 'e';
+    return std::strtod(bytes.constData(), nullptr);
+}
+
+qsizetype skipBlanks(QStringView s, qsizetype i)
+{
+    while (i < s.size() && (s[i] == u' ' || s[i] == u'\t'))
+        ++i;
+    return i;
+}
+
+} // namespace
+
+double val(QStringView text)
+{
+    const qsizetype start = skipBlanks(text, 0);
+    const QStringView rest = text.mid(start);
+    const qsizetype len = numberPrefix(rest);
+    return len == 0 ? 0.0 : parsePrefix(rest, len);
+}
+
+std::optional<double> wholeNumber(QStringView text)
+{
+    const qsizetype start = skipBlanks(text, 0);
+    if (start == text.size())
+        return 0.0;
+    const QStringView rest = text.mid(start);
+    const qsizetype len = numberPrefix(rest);
+    if (len == 0 || skipBlanks(rest, len) != rest.size())
+        return std::nullopt;
+    return parsePrefix(rest, len);
+}
+
+double roundHalfEven(double x)
+{
+    return std::nearbyint(x); // the default rounding mode is to nearest, ties to even
+}
+
+int16_t toInt16(double x)
+{
+    const double r = roundHalfEven(x);
+    if (!(r >= -32768.0 && r <= 32767.0))
+        throw OverflowError();
+    return static_cast<int16_t>(r);
+}
+
+int32_t toInt32(double x)
+{
+    const double r = roundHalfEven(x);
+    if (!(r >= -2147483648.0 && r <= 2147483647.0))
+        throw OverflowError();
+    return static_cast<int32_t>(r);
+}
+
+int32_t floorInt32(double x)
+{
+    const double r = std::floor(x);
+    if (!(r >= -2147483648.0 && r <= 2147483647.0))
+        throw OverflowError();
+    return static_cast<int32_t>(r);
+}
+
+int32_t intDiv(int32_t a, int32_t b)
+{
+    if (b == 0)
+        throw DivisionByZeroError();
+    if (a == std::numeric_limits<int32_t>::min() && b == -1)
+        throw OverflowError();
+    return a / b;
+}
+
+double round2(double x)
+{
+    return roundHalfEven(x * 100.0) / 100.0;
+}
+
+QString numberText(double x)
+{
+    if (x == std::floor(x) && std::fabs(x) < 1e15)
+        return QString::number(static_cast<qint64>(x));
+    QString s = QString::number(x, 'g', 15);
+    s.replace(u'e', u'E');
+    return s;
+}
+
+} // namespace conv

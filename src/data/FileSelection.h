@@ -1,0 +1,55 @@
+#pragma once
+// The choice of a game's files: which reports exist beside a map file, which
+// to read, which is the user's own race and the year of each. Holds the
+// state of the selection window's rows so that the window and the command
+// line share one set of rules and messages.
+
+#include "GameData.h"
+
+#include <array>
+
+class FileSelection {
+public:
+    struct Row {
+        bool shown = false;       // the row's check box is visible
+        bool checked = false;
+        QString caption;
+        bool optionShown = false; // own-race option and year box visible
+        QString yearText;
+    };
+
+    explicit FileSelection(GameData &data) : m_data(data) {}
+
+    // A click on a map file in `dir`. Returns the message to show, or empty.
+    QString clickMapFile(const QString &dir, const QString &fileName);
+    // The check box of row i (0..16) was clicked.
+    void toggleRow(int i);
+    // Sets row i's box to included or not, as a click would when needed.
+    void setIncluded(int i, bool included);
+    // The own-race option of row i was chosen.
+    void chooseOwnRace(int i);
+    // "Load && Generate Data": runs the checks in order and returns the
+    // first failing message, or empty on success (GameData then holds the
+    // choice and the caller starts the generation).
+    QString confirm();
+    void cancel() { m_data.OpenFileCancelled = 1; }
+
+    Row &row(int i) { return m_rows[size_t(i)]; }
+    const Row &row(int i) const { return m_rows[size_t(i)]; }
+    QString gameYearText;
+    bool ownRaceHintShown() const { return m_hintShown; }
+    bool loadEnabled() const { return m_loadEnabled; }
+
+    static QString baseName(const QString &mapFileName) { return mapFileName.chopped(qMin(4, mapFileName.size())); }
+
+private:
+    // Checks that find the folder changed rebuild the rows from it.
+    void repeatClick();
+
+    GameData &m_data;
+    std::array<Row, MaxPlayers + 1> m_rows;
+    bool m_hintShown = false;
+    bool m_loadEnabled = false;
+    QString m_dir;
+    QString m_fileName;
+};

@@ -1,0 +1,22 @@
+#pragma once
+// What the generation tells the main window as it goes: the reset of the
+// controls, the caption, the race list and legend, progress and the enabling
+// of the overlays. The command line ignores all of it.
+
+#include <QString>
+
+struct GameData;
+
+class GenerationObserver {
+public:
+    virtual ~GenerationObserver() = default;
+    virtual void resetWindow() {}
+    virtual void setCaption(const QString &) {}
+    // Terraforming and stargate menus, available with per-player reports.
+    virtual void enableFormatMenus() {}
+    virtual void addRace(const QString &) {}
+    virtual void progressStart(int /*maximum*/) {}
+    virtual void progressValue(int) {}
+    virtual void showLegend(const GameData &) {}
+    virtual void enableControls(const GameData &) {}
+};

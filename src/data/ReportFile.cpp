@@ -1,0 +1,63 @@
+#include "ReportFile.h"
+
+ReportFields splitReportLine(const QString &rawLine)
+{
+    QString line = rawLine;
+    if (line.endsWith(u'%'))
+        line += QStringLiteral("\t0\t0\t0\t0\t0\t0\t0\t0\t0");
+
+    ReportFields fields;
+    int n = 1;
+    qsizetype start = 0;
+    const qsizetype size = line.size();
+    for (qsizetype i = 0; i < size; ++i) {
+        if (line[i] != u'\t')
+            continue;
+        if (n > ReportFieldCount)
+            throw TooManyFieldsError();
+        if (i == start) {
+            if (n == 2)
+                fields[n] = Value(QString());
+            else if (n == 3)
+                fields[n] = Value(u"None");
+            else if (n == 5)
+                fields[n] = Value(u"Uninhabited");
+            else if (n > 30)
+                fields[n] = Value(0);
+            else
+                fields[n] = Value(u"Unknown");
+        } else {
+            fields[n] = Value(line.mid(start, i - start));
+        }
+        start = i + 1;
+        ++n;
+    }
+    return fields;
+}
+
+int countReportLines(const QString &path)
+{
+    TextReader reader(path);
+    reader.readTextItem();
+    int count = 0;
+    while (!reader.atEnd()) {
+        reader.readLine();
+        ++count;
+    }
+    return count;
+}
+
+ReportReader::ReportReader(const QString &path, bool ownReport)
+    : m_reader(path), m_ownReport(ownReport)
+{
+    if (m_ownReport)
+        m_reader.readTextItem();
+    else
+        m_reader.readLine();
+}
+
+QString ReportReader::next()
+{
+    m_lastLine = m_reader.line();
+    return m_ownReport ? m_reader.readLine() : m_reader.readTextItem();
+}

@@ -1,9 +1,11 @@
 #include "AnnotationFile.h"
 
+#include "Colour.h"
 #include "Conversions.h"
 #include "GameFolder.h"
 
 #include <QFileInfo>
+#include <stdexcept>
 
 QString AnnotationRecord::canonical() const
 {
@@ -86,4 +88,16 @@ LoadedAnnotations loadAnnotations(const QString &path)
             loaded.lastColour = record->colour;
     }
     return loaded;
+}
+
+int32_t drawColour(int index)
+{
+    static constexpr int32_t colours[7] = {
+        rgb(255, 255, 255), rgb(255, 0, 0), rgb(0, 255, 0), rgb(0, 0, 255),
+        rgb(255, 255, 0), rgb(0, 255, 255), rgb(255, 0, 255),
+    };
+    if (index < 1 || index > 7)
+        throw std::out_of_range(QStringLiteral("Subscript out of range: annotation colour %1 is not 1 to 7")
+                                    .arg(index).toStdString());
+    return colours[index - 1];
 }

@@ -44,3 +44,7 @@ struct LoadedAnnotations {
 // The annotation text rebuilt from the file at `path` (found without regard
 // to case); empty text when there is no such file.
 LoadedAnnotations loadAnnotations(const QString &path);
+
+// The seven annotation colours, index 1..7: white, red, green, blue,
+// yellow, cyan, magenta. An index outside 1..7 is an error.
+int32_t drawColour(int index);

@@ -1,0 +1,11 @@
+#include "MapView.h"
+
+CanvasPoint mapToCanvas(const GameData &d, double x, double y)
+{
+    return {float((x - d.OriginX) * d.Scale), float((y - d.OriginY) * d.Scale)};
+}
+
+bool inView(const GameData &d, double x, double y)
+{
+    return x > d.OriginX && x < d.FarX && y > d.OriginY && y < d.FarY;
+}

@@ -1,0 +1,31 @@
+#include "MapLayers.h"
+
+#include "Colour.h"
+#include "Conversions.h"
+#include "MapView.h"
+
+#include <cmath>
+
+void drawDifficultyOfAttack(const GameData &d, Canvas &canvas)
+{
+    DrawingState &s = canvas.state();
+    s.DrawMode = 13;
+    s.DrawStyle = 0;
+    s.DrawWidth = 1;
+    s.FillStyle = 0;
+    for (const PlanetInfo &p : d.Planets) {
+        const double population = p[Population].val();
+        if (!(population > 0) || !inView(d, p))
+            continue;
+        // Single precision, so that a million colonists give exactly 205.
+        int red = conv::toInt16(std::floor(float(population / 4878.0488)));
+        if (!p[Starbase].is(u"None") && !p[Starbase].isBlank())
+            red = conv::toInt16(red + 50);
+        if (red > 255)
+            red = 255;
+        const int32_t colour = rgb(red, 255 - red, 0);
+        s.FillColor = colour;
+        const CanvasPoint c = mapToCanvas(d, p);
+        canvas.circle(c.x, c.y, 50, colour);
+    }
+}

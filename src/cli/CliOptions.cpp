@@ -31,6 +31,17 @@ void addGameSelectionOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
 }
 
+QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command)
+{
+    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
+    if (!parser.parse(arguments))
+        throw CliFailure(2, parser.errorText());
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() != 1)
+        throw CliFailure(2, QStringLiteral("%1 takes one MAPFILE").arg(command));
+    return positional.first();
+}
+
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data)
 {
     const QFileInfo map(mapFile);

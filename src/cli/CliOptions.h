@@ -20,6 +20,9 @@ struct CliFailure : std::runtime_error {
 // Adds --own, --year, --report-year and --skip to the parser.
 void addGameSelectionOptions(QCommandLineParser &parser);
 
+// Parses the subcommand's arguments and returns its one MAPFILE.
+QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command);
+
 // Picks MAPFILE as the file selection window would, applies the options,
 // runs its checks and then the generation. Throws CliFailure.
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);

@@ -2,44 +2,23 @@
 // its data or renders its map, for scripts, game hosts and test suites.
 
 #include "CliOptions.h"
-#include "GameExport.h"
+#include "ExportCommand.h"
+#include "RenderCommand.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
-int runExport(const QStringList &arguments)
-{
-    QCommandLineParser parser;
-    addGameSelectionOptions(parser);
-    parser.addOption({QStringLiteral("format"), QStringLiteral("json (default) or csv."), QStringLiteral("FORMAT"),
-                      QStringLiteral("json")});
-    parser.addOption({QStringLiteral("grid"), QStringLiteral("Include the territory grid (JSON).")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("Write to FILE instead of standard output."),
-                      QStringLiteral("FILE")});
-    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
-    if (!parser.parse(arguments))
-        throw CliFailure(2, parser.errorText());
-    const QStringList positional = parser.positionalArguments();
-    if (positional.size() != 1)
-        throw CliFailure(2, QStringLiteral("export takes one MAPFILE"));
-    const QString format = parser.value(QStringLiteral("format"));
-    if (format != u"json" && format != u"csv")
-        throw CliFailure(2, QStringLiteral("--format is json or csv, not \"%1\"").arg(format));
-
-    GameData data;
-    loadGame(positional.first(), parser, data);
-    writeOutput(parser.value(QStringLiteral("o")),
-                format == u"csv" ? exportCsv(data) : exportJson(data, parser.isSet(QStringLiteral("grid"))));
-    return 0;
-}
-
 void printUsage()
 {
-    std::fputs("usage: veltro-cli export MAPFILE [--own N] [--year Y] [--report-year N=Y]... [--skip N]...\n"
-               "                        [--format json|csv] [--grid] [-o FILE]\n",
+    std::fputs("usage: veltro-cli export MAPFILE [selection] [--format json|csv] [--grid] [-o FILE]\n"
+               "       veltro-cli render MAPFILE [selection] [--layers LIST] [--zoom X,Y,W] [--size PX]\n"
+               "                         [--overlay NAME]... -o OUT.png|OUT.bmp [--trace FILE]\n"
+               "selection: [--own N] [--year Y] [--report-year N=Y]... [--skip N]...\n",
                stderr);
 }
 
@@ -47,16 +26,27 @@ void printUsage()
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    // Rendering needs fonts and images; without a display it runs offscreen.
+    if (command == u"render" && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::unique_ptr<QCoreApplication> app;
+    if (command == u"render")
+        app = std::make_unique<QGuiApplication>(argc, argv);
+    else
+        app = std::make_unique<QCoreApplication>(argc, argv);
+
     QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2) {
         printUsage();
         return 2;
     }
-    const QString command = arguments.takeAt(1);
+    arguments.removeAt(1);
     try {
         if (command == u"export")
             return runExport(arguments);
+        if (command == u"render")
+            return runRender(arguments);
         printUsage();
         return 2;
     } catch (const CliFailure &failure) {

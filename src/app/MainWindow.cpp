@@ -1,0 +1,338 @@
+#include "MainWindow.h"
+
+#include "AboutDialog.h"
+#include "Colour.h"
+#include "LegendWindow.h"
+#include "LoadError.h"
+#include "MainWindowLayout.h"
+#include "MapCanvasWidget.h"
+#include "MessageSink.h"
+#include "OpenFileDialog.h"
+#include "OverlayButtonBar.h"
+#include "RaceLegend.h"
+#include "RasterSurface.h"
+#include "StarsSettings.h"
+#include "ThanksDialog.h"
+#include "UniverseGenerator.h"
+#include "Version.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QTabWidget>
+#include <QToolButton>
+
+namespace {
+
+QString startCaption()
+{
+    return QStringLiteral("Veltro Marches for Stars!   Version %1.%2.%3")
+        .arg(VELTRO_VERSION_MAJOR).arg(VELTRO_VERSION_MINOR).arg(VELTRO_VERSION_PATCH);
+}
+
+// A menu entry whose command arrives with a later part of the program.
+QAction *addPending(QMenu *menu, const QString &name, const QString &caption)
+{
+    QAction *action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setEnabled(false);
+    return action;
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent), m_raster(std::make_shared<RasterSurface>(600)), m_legend(nullptr)
+{
+    m_canvas.addSurface(m_raster);
+    m_redraw = std::make_unique<MapRedraw>(m_data, m_canvas, m_buttons, m_zoom, static_cast<RedrawHost &>(*this));
+    m_data.StartDir = initialStartDir();
+
+    setWindowTitle(startCaption());
+    createMenus();
+    createControls();
+    m_buttons.onChange = [this](int i) { m_overlayBar->mirror(i); };
+    m_buttons.onClick = [this](int) { runRedraw(); };
+    resize(1280, 860);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::createMenus()
+{
+    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    QAction *load = file->addAction(QStringLiteral("Load Data"), this, &MainWindow::loadData);
+    load->setObjectName(QStringLiteral("mnuMap"));
+    addPending(file, QStringLiteral("mnuSave"), QStringLiteral("Save Map"));
+    file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
+    QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
+    exit->setObjectName(QStringLiteral("mnuExit"));
+
+    m_overlaysMenu = menuBar()->addMenu(QStringLiteral("&Overlays"));
+    m_overlaysMenu->setObjectName(QStringLiteral("mnuOver"));
+    m_overlaysMenu->setEnabled(false);
+    addPending(m_overlaysMenu, QStringLiteral("mnuNames"), QStringLiteral("Show Names"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuIron"), QStringLiteral("Ironium Concentration"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuBora"), QStringLiteral("Boranium Concentration"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuGerm"), QStringLiteral("Germanium Concentration"));
+    addPending(m_overlaysMenu, QStringLiteral("MnuAvgMC"), QStringLiteral("Average Mineral MC"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuAge"), QStringLiteral("Report Age"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuTerra"), QStringLiteral("Value after Terraforming"));
+    addPending(m_overlaysMenu, QStringLiteral("mnuStarGate"), QStringLiteral("Stargate Network"));
+
+    QMenu *data = menuBar()->addMenu(QStringLiteral("&Data"));
+    data->setObjectName(QStringLiteral("mnuData"));
+    addPending(data, QStringLiteral("mnuGrid"), QStringLiteral("Planet &Grid"));
+    addPending(data, QStringLiteral("mnuGrid2"), QStringLiteral("&Empire Statistics"));
+
+    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    help->setObjectName(QStringLiteral("mnuHelp"));
+    help->addAction(QStringLiteral("&About"), this, [this] { AboutDialog(this).exec(); })
+        ->setObjectName(QStringLiteral("mnuAbout"));
+    help->addAction(QStringLiteral("&Key"), this, [this] {
+            if (!m_key)
+                m_key = new LegendWindow(this);
+            m_key->exec();
+        })->setObjectName(QStringLiteral("mnuKey"));
+    help->addAction(QStringLiteral("&Thanks to..."), this, [this] { ThanksDialog(this).exec(); })
+        ->setObjectName(QStringLiteral("mnuThanks"));
+}
+
+void MainWindow::createControls()
+{
+    m_client = new QWidget(this);
+    setCentralWidget(m_client);
+
+    m_universe = new MapCanvasWidget(*m_raster, m_client);
+    m_universe->setObjectName(QStringLiteral("Universe"));
+
+    m_overlayBar = new OverlayButtonBar(m_buttons, m_client);
+    m_overlayBar->move(4, 2);
+    connect(m_overlayBar, &OverlayButtonBar::clicked, this, &MainWindow::overlayClicked);
+
+    m_genUniv = new QPushButton(QStringLiteral("Generate Data"), m_client);
+    m_genUniv->setObjectName(QStringLiteral("GenUniv"));
+    m_genUniv->setToolTip(QStringLiteral("Click to Generate Universe Information"));
+    m_genUniv->setStyleSheet(QStringLiteral("background-color: rgb(255, 0, 0);"));
+    connect(m_genUniv, &QPushButton::clicked, this, &MainWindow::generate);
+
+    m_combo = new QComboBox(m_client);
+    m_combo->setObjectName(QStringLiteral("Combo1"));
+    m_combo->setToolTip(QStringLiteral("Select a Race, then click Show Boundary"));
+    m_combo->setMinimumWidth(150);
+    m_combo->setEnabled(false);
+    m_estHab = new QPushButton(QStringLiteral("Show Est Hab"), m_client);
+    m_estHab->setObjectName(QStringLiteral("EstHab"));
+    m_estHab->setEnabled(false);
+
+    m_xyCoord = new QLabel(m_client);
+    m_xyCoord->setObjectName(QStringLiteral("XYCoord"));
+    m_thePlanet = new QLabel(m_client);
+    m_thePlanet->setObjectName(QStringLiteral("theplanet"));
+    m_progress = new QProgressBar(m_client);
+    m_progress->setObjectName(QStringLiteral("ProgressBar1"));
+    m_progress->setTextVisible(false);
+    m_progress->setValue(0);
+
+    m_detail = new QTabWidget(m_client);
+    m_detail->setObjectName(QStringLiteral("Detail"));
+    for (const char *tab : {"Planet", "Minerals", "Pop."})
+        m_detail->addTab(new QWidget(m_detail), QString::fromLatin1(tab));
+    auto *habTab = new QWidget(m_detail);
+    for (int i = 0; i < 16; ++i) {
+        m_raceNames[size_t(i)] = new QLabel(habTab);
+        m_raceNames[size_t(i)]->setObjectName(QStringLiteral("RName%1").arg(i));
+        m_raceNames[size_t(i)]->setGeometry(8, 8 + i * 20, 150, 18);
+        m_raceHabs[size_t(i)] = new QLabel(habTab);
+        m_raceHabs[size_t(i)]->setObjectName(QStringLiteral("RHab%1").arg(i));
+        m_raceHabs[size_t(i)]->setGeometry(164, 8 + i * 20, 60, 18);
+    }
+    m_detail->addTab(habTab, QStringLiteral("Hab"));
+
+    m_legend = std::make_unique<RaceLegend>(m_client);
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    applyLayout();
+}
+
+void MainWindow::applyLayout()
+{
+    // The rules take the window's outer size; the title bar is not ours to
+    // measure before the window is shown, so a usual one is assumed.
+    const int decoration = frameGeometry().height() > height() ? frameGeometry().height() - height() : 30;
+    const auto geometry = layoutMainWindow((height() + decoration) * TwipsPerPixel, width() * TwipsPerPixel);
+    if (!geometry)
+        return;
+    const int menu = menuBar()->height();
+    auto place = [menu](QWidget *w, const QRect &twips) {
+        const QRect r = twipsToPixels(twips);
+        w->setGeometry(r.x(), r.y() - menu, r.width(), r.height());
+    };
+    place(m_universe, geometry->universe);
+    place(m_xyCoord, geometry->xyCoord);
+    place(m_thePlanet, geometry->thePlanet);
+    place(m_progress, geometry->progress);
+    const int detailLeft = geometry->detailLeft / TwipsPerPixel;
+    const int buttonsRight = m_overlayBar->x() + m_overlayBar->sizeHint().width() + 12;
+    m_genUniv->setGeometry(buttonsRight, 4, 120, 28);
+    m_combo->move(buttonsRight + 128, 4);
+    m_estHab->setGeometry(buttonsRight + 128 + m_combo->width() + 8, 4, 110, 28);
+    m_detail->setGeometry(detailLeft, m_universe->y(), 260, qMax(200, m_universe->height()));
+    m_legend->place(geometry->raceLabelLeft / TwipsPerPixel, geometry->raceSwatchLeft / TwipsPerPixel,
+                    m_universe->y());
+    fitCanvasToWidget();
+}
+
+void MainWindow::fitCanvasToWidget()
+{
+    const int side = m_universe->width();
+    if (side <= 0)
+        return;
+    m_canvas.setWidthTwips(side * TwipsPerPixel);
+    if (side != m_raster->pixels())
+        m_raster->resize(side);
+    m_universe->update();
+}
+
+OpenFileDialog &MainWindow::openFileDialog()
+{
+    if (!m_openFile)
+        m_openFile = new OpenFileDialog(m_selection, m_data, this);
+    return *m_openFile;
+}
+
+void MainWindow::openMapFile(const QString &mapFilePath)
+{
+    openFileDialog().openOn(mapFilePath);
+    loadData();
+}
+
+void MainWindow::loadData()
+{
+    openFileDialog().exec();
+    if (m_data.OpenFileCancelled == 1)
+        return;
+    m_overlaysMenu->setEnabled(false);
+    generate();
+}
+
+bool MainWindow::generate()
+{
+    try {
+        generateUniverse(m_data, static_cast<GenerationObserver &>(*this));
+        m_universe->update();
+        return true;
+    } catch (const std::exception &e) {
+        const auto *load = dynamic_cast<const LoadError *>(&e);
+        showError(load ? load->message() : QString::fromUtf8(e.what()));
+        m_universe->update();
+        return false;
+    }
+}
+
+void MainWindow::overlayClicked(int)
+{
+    m_universe->setFocus();
+    runRedraw();
+}
+
+void MainWindow::runRedraw()
+{
+    // Clicks raised from code run nested redraws; only the outermost one
+    // reports a failure, which ends them all.
+    ++m_redrawDepth;
+    try {
+        m_redraw->redrawUniverse();
+    } catch (const std::exception &e) {
+        if (m_redrawDepth > 1) {
+            --m_redrawDepth;
+            throw;
+        }
+        showError(QStringLiteral("Drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
+    }
+    --m_redrawDepth;
+    m_universe->update();
+}
+
+void MainWindow::showError(const QString &text)
+{
+    messageSink().information(this, text);
+}
+
+void MainWindow::resetWindow()
+{
+    for (int i = 0; i < OverlayButtonCount; ++i) {
+        m_buttons.setEnabled(i, false);
+        m_buttons.setPressedQuietly(i, false);
+        m_overlayBar->mirror(i);
+    }
+    m_combo->clear();
+    m_combo->setEnabled(false);
+    m_estHab->setEnabled(false);
+    m_canvas.cls();
+    m_universe->update();
+    m_legend->clear();
+    for (int i = 0; i < 16; ++i) {
+        m_raceNames[size_t(i)]->clear();
+        m_raceHabs[size_t(i)]->clear();
+    }
+}
+
+void MainWindow::setCaption(const QString &caption)
+{
+    setWindowTitle(caption);
+}
+
+void MainWindow::addRace(const QString &name)
+{
+    m_combo->addItem(name);
+}
+
+void MainWindow::progressStart(int maximum)
+{
+    m_progress->setRange(0, maximum);
+    m_progress->setValue(0);
+}
+
+void MainWindow::progressValue(int value)
+{
+    m_progress->setValue(value);
+}
+
+void MainWindow::progressStep()
+{
+    m_progress->setValue(m_progress->value() + 1);
+}
+
+void MainWindow::showLegend(const GameData &data)
+{
+    m_legend->show(data);
+    for (int k = 1; k <= MaxPlayers; ++k) {
+        const QString name = data.player(k)[RaceName].text();
+        if (!name.isEmpty())
+            m_raceNames[size_t(k - 1)]->setText(name);
+    }
+}
+
+void MainWindow::enableControls(const GameData &)
+{
+    m_combo->setCurrentIndex(0);
+    m_combo->setEnabled(true);
+    for (int i = 0; i < OverlayButtonCount; ++i)
+        m_buttons.setEnabled(i, true);
+    m_overlaysMenu->setEnabled(true);
+}
+
+void MainWindow::showMessage(const QString &text)
+{
+    messageSink().information(this, text);
+}

@@ -1,0 +1,74 @@
+#include "RaceLegend.h"
+
+#include "Colour.h"
+#include "GameData.h"
+
+#include <QLabel>
+#include <QPainter>
+
+RaceSwatch::RaceSwatch(QWidget *parent) : QWidget(parent)
+{
+    setToolTip(QStringLiteral("Click to Change Colour"));
+    setFixedSize(28, 18);
+}
+
+void RaceSwatch::setColour(const QColor &colour)
+{
+    m_colour = colour;
+    update();
+}
+
+void RaceSwatch::paintEvent(QPaintEvent *)
+{
+    // A solid disc in the race colour with black diagonal cross hatching
+    // over it, large enough to cover the whole swatch.
+    QPainter p(this);
+    p.fillRect(rect(), Qt::black);
+    const double radius = std::hypot(width(), height());
+    p.setPen(Qt::NoPen);
+    p.setBrush(m_colour);
+    p.drawEllipse(QPointF(0, 0), radius, radius);
+    p.setBrush(QBrush(Qt::black, Qt::DiagCrossPattern));
+    p.drawEllipse(QPointF(0, 0), radius, radius);
+}
+
+RaceLegend::RaceLegend(QWidget *parent)
+{
+    for (int i = 0; i < 16; ++i) {
+        auto *label = new QLabel(parent);
+        label->setObjectName(QStringLiteral("Race%1").arg(i));
+        label->setFixedSize(150, 18);
+        auto *swatch = new RaceSwatch(parent);
+        swatch->setObjectName(QStringLiteral("RaceC%1").arg(i));
+        swatch->hide();
+        m_labels[size_t(i)] = label;
+        m_swatches[size_t(i)] = swatch;
+    }
+}
+
+void RaceLegend::clear()
+{
+    for (int i = 0; i < 16; ++i) {
+        m_labels[size_t(i)]->clear();
+        m_swatches[size_t(i)]->hide();
+    }
+}
+
+void RaceLegend::show(const GameData &d)
+{
+    for (int k = 1; k <= 16; ++k) {
+        const QString name = d.player(k)[RaceName].text();
+        m_labels[size_t(k - 1)]->setText(name);
+        const int32_t c = d.raceColour(k);
+        m_swatches[size_t(k - 1)]->setColour(QColor(redOf(c), greenOf(c), blueOf(c)));
+        m_swatches[size_t(k - 1)]->setVisible(!name.isEmpty());
+    }
+}
+
+void RaceLegend::place(int labelLeft, int swatchLeft, int top)
+{
+    for (int i = 0; i < 16; ++i) {
+        m_labels[size_t(i)]->move(labelLeft, top + i * 22);
+        m_swatches[size_t(i)]->move(swatchLeft, top + i * 22);
+    }
+}

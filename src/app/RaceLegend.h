@@ -1,0 +1,38 @@
+#pragma once
+// The race legend beside the map: for each of up to sixteen races its name
+// and a hatched colour swatch, as the borders show them.
+
+#include <QWidget>
+#include <array>
+
+class QLabel;
+struct GameData;
+
+class RaceSwatch : public QWidget {
+    Q_OBJECT
+public:
+    explicit RaceSwatch(QWidget *parent = nullptr);
+    void setColour(const QColor &colour);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_colour = Qt::black;
+};
+
+class RaceLegend {
+public:
+    explicit RaceLegend(QWidget *parent);
+    void clear();
+    void show(const GameData &data);
+    // Places row i's label and swatch at the given left edges (pixels).
+    void place(int labelLeft, int swatchLeft, int top);
+
+    QLabel *label(int i) const { return m_labels[size_t(i)]; }
+    RaceSwatch *swatch(int i) const { return m_swatches[size_t(i)]; }
+
+private:
+    std::array<QLabel *, 16> m_labels{};
+    std::array<RaceSwatch *, 16> m_swatches{};
+};

@@ -1,0 +1,36 @@
+#include "MessageSink.h"
+
+#include <QMessageBox>
+
+namespace {
+
+class MessageBoxSink : public MessageSink {
+public:
+    void information(QWidget *parent, const QString &text) override
+    {
+        QMessageBox box(QMessageBox::NoIcon, applicationTitle(), text, QMessageBox::Ok, parent);
+        box.exec();
+    }
+};
+
+MessageBoxSink g_boxes;
+MessageSink *g_installed = nullptr;
+
+} // namespace
+
+QString applicationTitle()
+{
+    return QStringLiteral("Veltro Marches");
+}
+
+MessageSink &messageSink()
+{
+    return g_installed ? *g_installed : g_boxes;
+}
+
+MessageSink *setMessageSink(MessageSink *sink)
+{
+    MessageSink *previous = g_installed;
+    g_installed = sink;
+    return previous;
+}

@@ -1,0 +1,219 @@
+// The picture surface, checked on its pixels. On a 1002-pixel surface one
+// pixel is ten canvas units: positions below are pixel positions x 10.
+
+#include "Colour.h"
+#include "RasterSurface.h"
+
+#include <QImageReader>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+#include <numbers>
+
+namespace {
+
+constexpr int32_t Red = rgb(255, 0, 0), Green = rgb(0, 255, 0);
+constexpr QRgb RedPixel = 0xFFFF0000, GreenPixel = 0xFF00FF00, YellowPixel = 0xFFFFFF00, BlackPixel = 0xFF000000;
+
+// A disc without rim.
+void disc(RasterSurface &surface, float x, float y, float r, int fillStyle, int32_t fill, int drawMode = 13)
+{
+    DrawingState s;
+    s.DrawMode = drawMode;
+    s.DrawStyle = 5;
+    s.FillStyle = fillStyle;
+    s.FillColor = fill;
+    surface.circle(s, x, y, r, std::nullopt, std::nullopt);
+}
+
+// Bounding box and number of the pixels that are not black.
+std::pair<QRect, int> painted(const QImage &image)
+{
+    QRect box;
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != BlackPixel) {
+                box |= QRect(x, y, 1, 1);
+                ++count;
+            }
+    return {box, count};
+}
+
+} // namespace
+
+class RasterSurfaceTest : public QObject {
+    Q_OBJECT
+private slots:
+    void mergePenRimsAndCls()
+    {
+        RasterSurface surface(1002);
+        disc(surface, 500, 500, 300, 0, Red);
+        disc(surface, 500, 500, 200, 0, Green, 15);
+        QCOMPARE(surface.image().pixel(50, 50), YellowPixel);
+        QCOMPARE(surface.image().pixel(75, 50), RedPixel);
+
+        // A rim in ForeColor and no fill.
+        DrawingState s;
+        s.DrawMode = 15;
+        s.DrawWidth = 4;
+        s.ForeColor = Green;
+        surface.cls();
+        disc(surface, 500, 500, 300, 0, Red);
+        surface.circle(s, 500, 500, 200, std::nullopt, std::nullopt);
+        QCOMPARE(surface.image().pixel(70, 50), YellowPixel);
+        QCOMPARE(surface.image().pixel(50, 30), YellowPixel);
+        QCOMPARE(surface.image().pixel(50, 50), RedPixel);
+
+        // An invisible rim leaves even a wide rim's outer pixels alone.
+        s.DrawStyle = 5;
+        s.FillStyle = 0;
+        s.FillColor = Green;
+        surface.cls();
+        surface.circle(s, 500, 500, 200, Red, std::nullopt);
+        const QRect fill = painted(surface.image()).first;
+        QVERIFY(QRect(29, 29, 42, 42).contains(fill) && fill.contains(QRect(31, 31, 38, 38)));
+        surface.cls();
+        QCOMPARE(painted(surface.image()).second, 0);
+    }
+
+    // Two discs hatched one after the other look like one hatched area.
+    void hatchKeepsGapsAndRunsOnAcrossDiscs()
+    {
+        RasterSurface twoDiscs(1002), oneDisc(1002), mask(1002);
+        for (RasterSurface *surface : {&twoDiscs, &oneDisc})
+            disc(*surface, 5000, 5000, 10000, 0, Red);
+        for (float x : {400, 600}) {
+            disc(twoDiscs, x, 500, 150, 7, 0);
+            disc(mask, x, 500, 150, 0, Green);
+        }
+        disc(oneDisc, 500, 500, 400, 7, 0);
+        int hatched = 0, gaps = 0;
+        for (int y = 0; y < 100; ++y)
+            for (int x = 0; x < 100; ++x) {
+                const QRgb pixel = twoDiscs.image().pixel(x, y);
+                const bool inside = mask.image().pixel(x, y) == GreenPixel;
+                QCOMPARE(pixel, inside ? oneDisc.image().pixel(x, y) : RedPixel);
+                if (inside) {
+                    QVERIFY(pixel == BlackPixel || pixel == RedPixel);
+                    ++(pixel == BlackPixel ? hatched : gaps);
+                }
+            }
+        QVERIFY(hatched > 50 && gaps > hatched);
+    }
+
+    // Dots around the pixel corner 50,50, or over the left edge.
+    void dotIsDrawWidthSquareAroundThePoint_data()
+    {
+        QTest::addColumn<float>("x");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QRect>("expected");
+        QTest::newRow("1") << 500.0f << 1 << QRect(50, 50, 1, 1);
+        QTest::newRow("2") << 500.0f << 2 << QRect(49, 49, 2, 2);
+        QTest::newRow("4") << 500.0f << 4 << QRect(48, 48, 4, 4);
+        QTest::newRow("1 outside") << -3.0f << 1 << QRect();
+        QTest::newRow("2 half outside") << -3.0f << 2 << QRect(0, 49, 1, 2);
+    }
+
+    void dotIsDrawWidthSquareAroundThePoint()
+    {
+        QFETCH(float, x);
+        QFETCH(int, width);
+        QFETCH(QRect, expected);
+        RasterSurface surface(1002);
+        DrawingState s;
+        s.DrawWidth = width;
+        surface.pset(s, x, 500, Red);
+        s.DrawMode = 15;
+        surface.pset(s, x, 500, Green);
+        QCOMPARE(painted(surface.image()), std::make_pair(expected, expected.width() * expected.height()));
+        if (!expected.isEmpty())
+            QCOMPARE(surface.image().pixel(expected.topLeft()), YellowPixel);
+    }
+
+    void psetsEqualsPsetOneByOne()
+    {
+        QRandomGenerator random(7);
+        std::vector<Dot> dots(3000);
+        for (Dot &d : dots)
+            d = {float(random.bounded(10700.0) - 300), float(random.bounded(10700.0) - 300),
+                 int32_t(random.bounded(0x1000000))};
+        for (int mode : {13, 15})
+            for (int width : {1, 2, 3, 5}) {
+                const DrawingState s{.DrawMode = mode, .DrawWidth = width};
+                RasterSurface batch(1002), single(1002);
+                batch.psets(s, dots);
+                for (const Dot &d : dots)
+                    single.pset(s, d.x, d.y, d.colour);
+                QCOMPARE(batch.image(), single.image());
+            }
+    }
+
+    // Filled quadrants, in the order upper right, upper left, lower left, lower right.
+    void sectorRunsCounterClockwise_data()
+    {
+        const float pi = std::numbers::pi_v<float>;
+        QTest::addColumn<float>("start");
+        QTest::addColumn<float>("end");
+        QTest::addColumn<QString>("filled");
+        QTest::newRow("quarter turn up") << 0.0f << 0.5f * pi << "X---";
+        QTest::newRow("right half, through 0") << 1.5f * pi << 0.5f * pi << "X--X";
+        QTest::newRow("end below start") << 0.5f * pi << 0.0f << "-XXX";
+    }
+
+    void sectorRunsCounterClockwise()
+    {
+        QFETCH(float, start);
+        QFETCH(float, end);
+        QFETCH(QString, filled);
+        RasterSurface surface(1002);
+        const DrawingState s{.DrawStyle = 5, .FillStyle = 0, .FillColor = Green};
+        surface.circle(s, 500, 500, 300, std::nullopt, std::make_pair(start, end));
+        QString found;
+        for (const QPoint p : {QPoint(60, 40), QPoint(40, 40), QPoint(40, 60), QPoint(60, 60)})
+            found += surface.image().pixel(p) == GreenPixel ? u'X' : u'-';
+        QCOMPARE(found, filled);
+    }
+
+    // Text is exactly ForeColor, starts at the current position, is as wide
+    // as measured, and keeps its pixel size on a larger picture.
+    void printsAtCurrentPosition()
+    {
+        const DrawingState s{.ForeColor = Green, .CurrentX = 300, .CurrentY = 400, .FontSize = 12};
+        QSize sizes[2];
+        for (int scale : {1, 2}) {
+            RasterSurface surface(1002 * scale);
+            surface.print(s, QStringLiteral("Hello"));
+            const auto [box, count] = painted(surface.image());
+            QVERIFY(count > 0);
+            for (int y = box.top(); y <= box.bottom(); ++y)
+                for (int x = box.left(); x <= box.right(); ++x)
+                    QVERIFY((QList<QRgb>{BlackPixel, GreenPixel}.contains(surface.image().pixel(x, y))));
+            QVERIFY(box.left() - 30 * scale <= 3 && box.left() >= 30 * scale);
+            QVERIFY(box.top() - 40 * scale <= 8 && box.top() >= 40 * scale);
+            const double width = *surface.textWidth(s, QStringLiteral("Hello")) * scale / 10;
+            QVERIFY(qAbs(width - box.width()) <= 3);
+            sizes[scale - 1] = box.size();
+        }
+        QCOMPARE(sizes[0], sizes[1]);
+    }
+
+    void savesPngAndBmpReplacingOldFiles()
+    {
+        QTemporaryDir dir;
+        RasterSurface surface(100);
+        for (const QString &name : {QStringLiteral("map.png"), QStringLiteral("Map2410.BMP")}) {
+            surface.cls();
+            QVERIFY(surface.save(dir.filePath(name)));
+            disc(surface, 5000, 5000, 2000, 0, Red);
+            QVERIFY(surface.save(dir.filePath(name)));
+            QCOMPARE(QImageReader::imageFormat(dir.filePath(name)), name.right(3).toLower().toLatin1());
+            QCOMPARE(QImage(dir.filePath(name)).convertToFormat(QImage::Format_RGB32), surface.image());
+        }
+        QVERIFY(!surface.save(dir.filePath(QStringLiteral("map.jpg"))));
+        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("map.jpg"))));
+    }
+};
+
+QTEST_MAIN(RasterSurfaceTest)
+#include "RasterSurfaceTest.moc"

@@ -201,7 +201,8 @@ private slots:
         QCOMPARE(robots["Territory"].toInt(), cells);
     }
 
-    // A fault in a file: status 1 and one line naming the file and line.
+    // A fault in a file: status 1 and one line naming the file and the line
+    // (0: any line, -1: the file only).
     void badInput_data()
     {
         QTest::addColumn<QString>("file");
@@ -219,6 +220,9 @@ private slots:
                                             << 3 << "Division by zero";
         QTest::newRow("extent beyond 32 bits") << "game.map" << header + "1\t2147483647\t1100\tHome\r\n" << 2
                                                << "Overflow";
+        QTest::newRow("Y beyond 32 bits") << "game.map" << header + "1\t1100\t-2147483648\tHome\r\n" << 2 << "Overflow";
+        QTest::newRow("trailing blank line") << "game.map" << header + "1\t1100\t1100\tHome\r\n\r\n" << 0
+                                             << "Input past end of file";
         QTest::newRow("megabyte coordinate") << "game.map" << header + "1\t" + QByteArray(1 << 20, '9') + "\t1\tA"
                                              << 2 << "Overflow";
         QByteArray garbage(4096, '\0');
@@ -248,7 +252,8 @@ private slots:
         QCOMPARE(run.status, 1);
         QCOMPARE(run.out, QByteArray());
         QCOMPARE(run.err.count(u'\n'), 1);
-        const QString where = line > 0 ? QString("%1, line %2: ").arg(game.path(file)).arg(line) : game.path(file);
+        const QString where = line > 0 ? QString("%1, line %2: ").arg(game.path(file)).arg(line)
+                              : line == 0 ? game.path(file) + ", line " : game.path(file);
         QVERIFY2(run.err.startsWith(where), qPrintable(run.err));
         QVERIFY2(run.err.contains(fault), qPrintable(run.err));
     }

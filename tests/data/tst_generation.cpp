@@ -62,13 +62,14 @@ private slots:
     void duplicateNames()
     {
         TestGame game;
-        game.writeMap({{"Home", 1100, 1100}, {"Twin", 1200, 1200}, {"  Twin ", 1300, 1300}});
+        game.writeMap({{"Home", 1100, 1100}, {"Twin", 1200, 1200}, {"  Twin ", 1300, 1300}, {"twin", 1350, 1350}});
         game.writeReport("game.P1", {homeLine(), planetLine(" Twin", "Humans", "None", "0", "1000")});
         GameData d;
         QCOMPARE(game.load(d, {"2400", {{1, "2399"}}}), QString());
         QCOMPARE(d.planet(2)[AgeText].text(), QStringLiteral("1 years old"));
         QCOMPARE(d.planet(3)[AgeText].text(), QStringLiteral("2 years old"));
         QCOMPARE(d.planet(3)[Owner].text(), QStringLiteral("Humans"));
+        QVERIFY(d.planet(4)[Owner].isEmpty()); // names match with case
     }
 
     void starbaseAndInfluence_data()

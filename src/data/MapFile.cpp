@@ -27,6 +27,7 @@ MapCount countMapRecords(const QString &path)
     TextReader reader(path);
     reader.readTextItem();
     MapCount count;
+    count.lastLine = reader.line();
     while (!reader.atEnd()) {
         const MapRecord r = readRecord(reader);
         ++count.records;

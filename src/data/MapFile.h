@@ -17,7 +17,7 @@ struct MapRecord {
 struct MapCount {
     int32_t records = 0;
     int32_t lastX = 0;
-    int lastLine = 0;
+    int lastLine = 0; // with no records, the line after the header
 };
 
 // First pass: the number of records and the X of the last one.

@@ -114,21 +114,27 @@ void Generation::run()
     d.AnnotationText.clear();
     const LoadedAnnotations annotations = loadAnnotations(d.AnnotationFilePath);
     d.AnnotationText = annotations.text;
-    if (annotations.lastColour != 0)
-        d.DrawColourIndex = annotations.lastColour;
+    if (annotations.lastColour)
+        d.DrawColourIndex = *annotations.lastColour;
 }
 
 void Generation::readMap()
 {
     const MapCount count = countMapRecords(d.MapFilePath);
     if (count.records == 0)
-        throw LoadError(d.MapFilePath, 0, QStringLiteral("the map lists no planets"));
+        throw LoadError(d.MapFilePath, count.lastLine, QStringLiteral("the map lists no planets"));
     d.PlanetCount = count.records;
     d.Planets.assign(size_t(count.records), PlanetInfo());
     d.Players = {};
     origins.assign(size_t(count.records), Origin{});
 
-    d.UniverseExtent = conv::toInt32((std::floor(count.lastX / 100.0) + 1) * 100);
+    try {
+        d.UniverseExtent = conv::toInt32((std::floor(count.lastX / 100.0) + 1) * 100);
+        conv::toInt32(d.UniverseExtent - 1000.0);
+    } catch (const conv::OverflowError &) {
+        throw LoadError(d.MapFilePath, count.lastLine,
+                        QStringLiteral("Overflow: the last planet's X of %1 is out of range").arg(count.lastX));
+    }
     if (d.UniverseExtent == 1000)
         throw LoadError(d.MapFilePath, count.lastLine,
                         QStringLiteral("Division by zero: the last planet's X of %1 gives a universe too "
@@ -142,8 +148,12 @@ void Generation::readMap()
         const MapRecord &r = records[size_t(i - 1)];
         PlanetInfo &p = d.planet(i);
         p[Number] = Value(r.number);
-        p[X] = Value(r.x - 1000);
-        p[Y] = Value(d.UniverseExtent - r.y);
+        try {
+            p[X] = Value(conv::toInt32(r.x - 1000.0));
+            p[Y] = Value(conv::toInt32(double(d.UniverseExtent) - r.y));
+        } catch (const conv::OverflowError &) {
+            throw LoadError(d.MapFilePath, r.line, QStringLiteral("Overflow: the planet's position is out of range"));
+        }
         p[Name] = Value(r.name);
         rowsByName[trimBlanks(r.name)].push_back(i);
         origins[size_t(i - 1)] = Origin{d.MapFilePath, r.line};

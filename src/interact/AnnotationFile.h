@@ -38,7 +38,7 @@ private:
 
 struct LoadedAnnotations {
     QString text;
-    int16_t lastColour = 0; // colour of the last line or circle, 0 when none
+    std::optional<int16_t> lastColour; // colour of the last line or circle, if any
 };
 
 // The annotation text rebuilt from the file at `path` (found without regard

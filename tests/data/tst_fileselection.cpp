@@ -14,6 +14,8 @@ private slots:
         TestGame game;
         game.write("game.map", "");
         game.write("game.P1", "");
+        game.write("GAME.P1", "");
+        game.write("Game.P3", "");
         game.write("GAME.p3", "");
         GameData d;
         FileSelection s(d);
@@ -24,7 +26,8 @@ private slots:
         for (int i = 0; i <= 16; ++i)
             QCOMPARE(s.row(i).shown && s.row(i).checked, i == 1 || i == 3);
         QCOMPARE(s.row(3).caption, QStringLiteral("game.P3"));
-        QCOMPARE(d.GameFiles[3].path, game.path("GAME.p3"));
+        QCOMPARE(d.GameFiles[1].path, game.path("game.P1")); // the exact name first
+        QCOMPARE(d.GameFiles[3].path, game.path("GAME.p3")); // else the first in sorted order
         QCOMPARE(d.AnnotationFilePath, game.path("game.VMK"));
     }
 

@@ -1,7 +1,6 @@
 #pragma once
-// A small game written into a temporary folder (a universe map, report
-// files, anything else a test needs) and loaded the way the selection
-// window and the generation load it.
+// Small games written into a temporary folder and loaded the way the
+// selection window and the generation load them.
 
 #include "FileSelection.h"
 #include "LoadError.h"
@@ -10,7 +9,6 @@
 #include <QFile>
 #include <QMap>
 #include <QTemporaryDir>
-#include <algorithm>
 
 struct MapPlanet {
     QString name;
@@ -18,14 +16,8 @@ struct MapPlanet {
     int y;
 };
 
-// A report line from fields 1..n, with a tab after the last so it is read too.
-inline QByteArray reportLine(const QStringList &fields)
-{
-    return fields.join(u'\t').toLatin1() + '\t';
-}
-
-// A report line with fields 1..5 and any further fields by number; fields
-// in between are left empty.
+// A report line: fields 1..5, further fields by number, a tab after the
+// last field so that it is read too.
 inline QByteArray planetLine(const QString &name, const QString &owner, const QString &starbase,
                              const QString &age, const QString &population, const QMap<int, QString> &more = {})
 {
@@ -34,23 +26,11 @@ inline QByteArray planetLine(const QString &name, const QString &owner, const QS
         f << QString();
     for (auto it = more.begin(); it != more.end(); ++it)
         f[it.key() - 1] = it.value();
-    return reportLine(f);
+    return f.join(u'\t').toLatin1() + '\t';
 }
 
-// The own race's home: its resources make "Humans" the own race's name.
-inline QByteArray homeLine(const QString &name = QStringLiteral("Home"))
-{
-    return planetLine(name, QStringLiteral("Humans"), QStringLiteral("None"), QStringLiteral("0"),
-                      QStringLiteral("100000"), {{20, QStringLiteral("50")}});
-}
-
-// What the user picks in the selection window besides the map file.
-struct GameChoice {
-    GameChoice(const QString &year = {}, const QMap<int, QString> &reportYears = {})
-        : year(year), reportYears(reportYears) {}
-    QString year;
-    QMap<int, QString> reportYears;
-};
+// The own race's home; its resources make "Humans" the own race's name.
+inline QByteArray homeLine() { return planetLine("Home", "Humans", "None", "0", "100000", {{20, "50"}}); }
 
 class TestGame {
 public:
@@ -63,17 +43,13 @@ public:
         if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
             qFatal("cannot write %s", qPrintable(path(name)));
     }
-
-    void writeMap(const QList<MapPlanet> &planets, const QString &name = QStringLiteral("game.map")) const
+    void writeMap(const QList<MapPlanet> &planets) const
     {
         QByteArray bytes = "#\tX\tY\tName\r\n";
-        int number = 0;
-        for (const MapPlanet &p : planets)
-            bytes += QByteArray::number(++number) + '\t' + QByteArray::number(p.x) + '\t'
-                + QByteArray::number(p.y) + '\t' + p.name.toLatin1() + "\r\n";
-        write(name, bytes);
+        for (int i = 0; i < planets.size(); ++i)
+            bytes += QString("%1\t%2\t%3\t%4\r\n").arg(i + 1).arg(planets[i].x).arg(planets[i].y).arg(planets[i].name).toLatin1();
+        write("game.map", bytes);
     }
-
     void writeReport(const QString &name, const QList<QByteArray> &lines) const
     {
         QByteArray bytes = "Planet Name\tOwner\tStarbase\tReport Age\tPopulation\r\n";
@@ -82,22 +58,21 @@ public:
         write(name, bytes);
     }
 
-    // Selects game.map, applies the choice and generates. Empty on success,
-    // else the selection's message or the load error.
-    QString load(GameData &data, const GameChoice &choice = {}) const
+    // Selects game.map with the game year and report years given and
+    // generates; empty on success, else the check's message or the load error.
+    QString load(GameData &data, const QString &year = {}, const QMap<int, QString> &reportYears = {}) const
     {
         FileSelection selection(data);
-        QString message = selection.clickMapFile(dir(), QStringLiteral("game.map"));
-        if (!message.isEmpty())
-            return message;
-        selection.gameYearText = choice.year;
-        for (auto it = choice.reportYears.begin(); it != choice.reportYears.end(); ++it)
+        QString message = selection.clickMapFile(dir(), "game.map");
+        selection.gameYearText = year;
+        for (auto it = reportYears.begin(); it != reportYears.end(); ++it)
             selection.row(it.key()).yearText = it.value();
-        message = selection.confirm();
+        if (message.isEmpty())
+            message = selection.confirm();
         if (!message.isEmpty())
             return message;
-        GenerationObserver silent;
         try {
+            GenerationObserver silent;
             generateUniverse(data, silent);
         } catch (const LoadError &e) {
             return e.message();
@@ -109,11 +84,13 @@ private:
     QTemporaryDir m_dir;
 };
 
-// Index of the planet row of that name (1-based), 0 when there is none.
-inline int rowOf(const GameData &data, const QString &name)
+// Writes a game of these planets and reports (file name -> lines) and loads it.
+inline QString loadGame(GameData &data, const QList<MapPlanet> &map, const QMap<QString, QList<QByteArray>> &reports,
+                        const QString &year = {}, const QMap<int, QString> &reportYears = {})
 {
-    for (int i = 1; i <= data.PlanetCount; ++i)
-        if (data.planet(i)[Name].text() == name)
-            return i;
-    return 0;
+    TestGame game;
+    game.writeMap(map);
+    for (auto it = reports.begin(); it != reports.end(); ++it)
+        game.writeReport(it.key(), it.value());
+    return game.load(data, year, reportYears);
 }

@@ -1,0 +1,144 @@
+// The main window driven offscreen: its start-up state, loading the sample
+// game through the file selection, overlay presses and the resize rule.
+
+#include "MainWindow.h"
+#include "MessageSink.h"
+#include "OpenFileDialog.h"
+#include "OverlayButtonBar.h"
+#include "RasterSurface.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+class RecordingSink : public MessageSink {
+public:
+    void information(QWidget *, const QString &text) override { messages << text; }
+    QStringList messages;
+};
+
+bool pictureIsBlack(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if ((image.pixel(x, y) & 0xFFFFFF) != 0)
+                return false;
+    return true;
+}
+
+QAction *action(const MainWindow &w, const char *name)
+{
+    return w.findChild<QAction *>(QLatin1String(name));
+}
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_sink.messages.clear();
+        setMessageSink(&m_sink);
+    }
+    void cleanup() { setMessageSink(nullptr); }
+
+    void startsWithNothingLoaded()
+    {
+        MainWindow w;
+        QCOMPARE(w.windowTitle(), QStringLiteral("Veltro Marches for Stars!   Version 0.1.0"));
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(!w.overlayBar()->button(i)->isEnabled());
+        QVERIFY(!w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
+        QVERIFY(action(w, "mnuMap")->isEnabled());
+        QVERIFY(!action(w, "mnuGrid")->isEnabled()); // arrives with the planet grid
+        QVERIFY(pictureIsBlack(w.raster().image()));
+    }
+
+    void loadsTheSampleAndDrawsOverlays()
+    {
+        MainWindow w;
+        w.resize(1200, 800);
+        OpenFileDialog &dialog = w.openFileDialog();
+        QVERIFY(dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map")));
+
+        // A report year above the game year is refused through the message seam.
+        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
+        QTest::keyClicks(dialog.yearBox(2), QStringLiteral("2432"));
+        dialog.confirm();
+        QCOMPARE(m_sink.messages,
+                 QStringList{QStringLiteral("One or more game files has a Year higher then the Game Year")});
+        dialog.yearBox(2)->clear();
+        QTest::keyClicks(dialog.yearBox(2), QStringLiteral("2428"));
+        dialog.confirm();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(w.gameData().OpenFileCancelled, int16_t(0));
+
+        QVERIFY(w.generate());
+        QVERIFY(w.windowTitle().endsWith(QStringLiteral("{ MARCHES.map  Year:2431 }")));
+        QCOMPARE(w.findChild<QComboBox *>(QStringLiteral("Combo1"))->count(), w.gameData().PlayerCount);
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(w.overlayBar()->button(i)->isEnabled());
+        QVERIFY(w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
+        QVERIFY(pictureIsBlack(w.raster().image()));
+
+        QTest::mouseClick(w.overlayBar()->button(UniverseButton), Qt::LeftButton);
+        QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
+        QVERIFY(w.overlayButtons().pressed(UniverseButton));
+        QVERIFY(!pictureIsBlack(w.raster().image()));
+
+        QTest::mouseClick(w.overlayBar()->button(ClearMapButton), Qt::LeftButton);
+        for (int i = 0; i < OverlayButtonCount; ++i) {
+            QVERIFY(!w.overlayButtons().pressed(i));
+            QVERIFY(!w.overlayBar()->button(i)->isChecked());
+        }
+        QVERIFY(pictureIsBlack(w.raster().image()));
+        QVERIFY(m_sink.messages.size() == 1);
+    }
+
+    void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()
+    {
+        QTemporaryDir dir;
+        for (const char *name : {"bad.map", "bad.P1"}) {
+            QFile f(dir.filePath(QLatin1String(name)));
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write("#\tX\tY\tName\r\n1\t1010\tnowhere\tA\r\n");
+        }
+        MainWindow w;
+        QVERIFY(w.openFileDialog().openOn(dir.filePath(QStringLiteral("bad.map"))));
+        w.openFileDialog().confirm();
+        QVERIFY(!w.generate());
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].contains(QStringLiteral("bad.map, line 2")));
+        QVERIFY(action(w, "mnuMap")->isEnabled());
+        QVERIFY(!w.overlayBar()->button(UniverseButton)->isEnabled());
+    }
+
+    void tooSmallAWindowMovesNothing()
+    {
+        MainWindow w;
+        w.resize(1000, 700);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        QWidget *universe = w.findChild<QWidget *>(QStringLiteral("Universe"));
+        const QRect before = universe->geometry();
+        QVERIFY(before.width() > 100);
+        w.resize(1000, 2000 / 15 - 30); // below 2001 twips outside
+        QCOMPARE(universe->geometry(), before);
+        w.resize(1000, 900);
+        QVERIFY(universe->width() > before.width());
+        QCOMPARE(universe->width(), universe->height());
+    }
+
+private:
+    RecordingSink m_sink;
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "tst_mainwindow.moc"

@@ -1,0 +1,317 @@
+// The redraw's layers checked through the trace of a recording canvas on
+// small hand-made games: radii, colours, order, and the buttons' nesting.
+
+#include "MapRedraw.h"
+#include "TraceRecorder.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// A universe 1000 light years wide in the full view (Scale 10).
+GameData smallGame()
+{
+    GameData d;
+    d.UniverseExtent = 2000;
+    d.ReportFormat = 30;
+    d.GridSize = 4;
+    d.GridStep = 250;
+    d.Grid.resize(4);
+    d.setFullView();
+    return d;
+}
+
+PlanetInfo &addPlanet(GameData &d, int x, int y)
+{
+    d.Planets.emplace_back();
+    d.PlanetCount = int32_t(d.Planets.size());
+    PlanetInfo &p = d.Planets.back();
+    p[X] = Value(x);
+    p[Y] = Value(y);
+    return p;
+}
+
+class CollectingHost : public RedrawHost {
+public:
+    QStringList messages;
+    int progressSteps = 0;
+    void showMessage(const QString &text) override { messages << text; }
+    void progressStep() override { ++progressSteps; }
+};
+
+// Runs one redraw with the given buttons pressed and returns the trace.
+struct Redraw {
+    GameData &d;
+    QByteArray trace;
+    Canvas canvas{15000};
+    OverlayButtons buttons;
+    ZoomFlags zoom;
+    CollectingHost host;
+    MapRedraw redraw{d, canvas, buttons, zoom, host};
+
+    explicit Redraw(GameData &data) : d(data)
+    {
+        canvas.addSurface(std::make_shared<TraceRecorder>(trace));
+        buttons.onClick = [this](int) { redraw.redrawUniverse(); };
+    }
+    QList<QJsonObject> run(std::initializer_list<int> pressed)
+    {
+        for (int b : pressed)
+            buttons.setPressedQuietly(b, true);
+        redraw.redrawUniverse();
+        return ops();
+    }
+    QList<QJsonObject> ops() const
+    {
+        QList<QJsonObject> out;
+        for (const QByteArray &line : trace.split('\n'))
+            if (!line.isEmpty())
+                out << QJsonDocument::fromJson(line).object();
+        return out;
+    }
+};
+
+QList<QJsonObject> only(const QList<QJsonObject> &ops, const char *op)
+{
+    QList<QJsonObject> out;
+    for (const QJsonObject &o : ops)
+        if (o[u"op"].toString() == QLatin1String(op))
+            out << o;
+    return out;
+}
+
+int colour(int r, int g, int b) { return r + 256 * g + 65536 * b; }
+
+} // namespace
+
+class LayersTest : public QObject {
+    Q_OBJECT
+private slots:
+    void habRadiiAndColours_data()
+    {
+        QTest::addColumn<double>("hab");
+        QTest::addColumn<bool>("reported");
+        QTest::addColumn<int>("radius");
+        QTest::addColumn<int>("colour");
+        QTest::newRow("hostile -45") << -45.0 << true << 150 << colour(255, 0, 0);
+        QTest::newRow("-10 is magenta") << -10.0 << true << 150 << colour(255, 0, 255);
+        QTest::newRow("-5") << -5.0 << true << 90 << colour(255, 0, 255);
+        QTest::newRow("0") << 0.0 << true << 30 << colour(255, 255, 0);
+        QTest::newRow("10 is yellow") << 10.0 << true << 150 << colour(255, 255, 0);
+        QTest::newRow("10.4 green, radius of 10") << 10.4 << true << 150 << colour(0, 255, 0);
+        QTest::newRow("10.4 unreported") << 10.4 << false << 30 << colour(0, 255, 0);
+        QTest::newRow("11 rounds 16.5 to 16, raised to 30") << 11.0 << true << 30 << colour(0, 255, 0);
+        QTest::newRow("45") << 45.0 << true << 68 << colour(0, 255, 0);
+        QTest::newRow("45 unreported") << 45.0 << false << 45 << colour(0, 255, 0);
+        QTest::newRow("0 unexplored is grey") << 0.0 << false << 30 << colour(80, 60, 60);
+    }
+    void habRadiiAndColours()
+    {
+        QFETCH(double, hab);
+        QFETCH(bool, reported);
+        QFETCH(int, radius);
+        QFETCH(int, colour);
+        GameData d = smallGame();
+        PlanetInfo &p = addPlanet(d, 500, 500);
+        p[Hab] = Value(hab);
+        if (reported)
+            p[AgeText] = Value(u"Current");
+        Redraw r(d);
+        const auto circles = only(r.run({HabButton}), "Circle");
+        QCOMPARE(circles.size(), 1);
+        QCOMPARE(circles[0][u"r"].toDouble(), double(radius));
+        QCOMPARE(circles[0][u"FillColor"].toInt(), colour);
+        QCOMPARE(circles[0][u"DrawMode"].toInt(), 15);
+        QCOMPARE(circles[0][u"DrawStyle"].toInt(), 5);
+    }
+
+    void growthColours_data()
+    {
+        QTest::addColumn<double>("population");
+        QTest::addColumn<double>("hab");
+        QTest::addColumn<int>("colour");
+        QTest::newRow("half full") << 250000.0 << 50.0 << colour(128, 127, 0);
+        QTest::newRow("3% counts as 5%") << 40000.0 << 3.0 << colour(204, 51, 0);
+        QTest::newRow("dying") << 100000.0 << -20.0 << colour(142, 0, 255);
+    }
+    void growthColours()
+    {
+        QFETCH(double, population);
+        QFETCH(double, hab);
+        QFETCH(int, colour);
+        GameData d = smallGame();
+        d.OwnRaceName = QStringLiteral("Us");
+        for (const QString owner : {QStringLiteral("Us"), QStringLiteral("Them")}) {
+            PlanetInfo &p = addPlanet(d, 500, 500);
+            p[Owner] = Value(owner);
+            p[Population] = Value(population);
+            p[Resources] = Value(u"10");
+            p[Hab] = Value(hab);
+            p[Starbase] = Value(u"None");
+        }
+        Redraw r(d);
+        const auto circles = only(r.run({GrowthButton}), "Circle");
+        QCOMPARE(circles.size(), 1); // the other race's colony is not drawn
+        QCOMPARE(circles[0][u"color"].toInt(), colour);
+        QCOMPARE(circles[0][u"r"].toDouble(), 50.0);
+    }
+
+    void attackAndOwnedMarkStarbases()
+    {
+        GameData d = smallGame();
+        PlanetInfo &a = addPlanet(d, 100, 100);
+        a[Population] = Value(1000000);
+        a[Starbase] = Value(u"None");
+        a[OwnerIndex] = Value(1);
+        PlanetInfo &b = addPlanet(d, 200, 200);
+        b[Population] = Value(2000000);
+        b[Starbase] = Value(u"Space Dock");
+        b[OwnerIndex] = Value(2);
+        Redraw r(d);
+        const auto circles = only(r.run({OwnedButton, AttackButton}), "Circle");
+        // Owned: two black surrounds first, then marker, marker, ring; then attack.
+        QCOMPARE(circles.size(), 7);
+        QCOMPARE(circles[0][u"r"].toDouble(), 90.0);
+        QCOMPARE(circles[1][u"r"].toDouble(), 90.0);
+        QCOMPARE(circles[2][u"FillColor"].toInt(), colour(255, 0, 0));
+        QCOMPARE(circles[3][u"FillColor"].toInt(), colour(0, 255, 0));
+        QCOMPARE(circles[4][u"r"].toDouble(), 70.0);
+        QCOMPARE(circles[4][u"FillStyle"].toInt(), 1);
+        QCOMPARE(circles[5][u"color"].toInt(), colour(205, 50, 0)); // a million colonists give 205
+        QCOMPARE(circles[6][u"color"].toInt(), colour(255, 0, 0));  // 410 + 50, capped
+    }
+
+    void bordersScaleWithTheZoomMarkersDoNot()
+    {
+        GameData d = smallGame();
+        PlanetInfo &p = addPlanet(d, 500, 500);
+        p[OwnerIndex] = Value(1);
+        p[SOI] = Value(50);
+        Redraw full(d);
+        auto circles = only(full.run({BordersButton, UniverseButton}), "Circle");
+        QCOMPARE(circles.size(), 3);
+        QCOMPARE(circles[0][u"r"].toDouble(), 500.0);
+        QCOMPARE(circles[0][u"DrawMode"].toInt(), 15);
+        QCOMPARE(circles[1][u"FillStyle"].toInt(), 7);
+        QCOMPARE(circles[1][u"DrawMode"].toInt(), 13);
+        QCOMPARE(circles[2][u"r"].toDouble(), 30.0);
+
+        // A window half as wide doubles the border and keeps the marker.
+        Redraw zoomed(d);
+        zoomed.buttons.setPressedQuietly(ZoomInButton, true);
+        zoomed.zoom.ZoomArmed = 1;
+        d.OriginX = 250;
+        d.OriginY = 250;
+        d.FarX = d.FarY = 750;
+        d.Scale = 20;
+        circles = only(zoomed.run({BordersButton, UniverseButton}), "Circle");
+        QCOMPARE(circles[0][u"r"].toDouble(), 1000.0);
+        QCOMPARE(circles[0][u"x"].toDouble(), 5000.0);
+        QCOMPARE(circles[2][u"r"].toDouble(), 30.0);
+    }
+
+    void planetsOnTheViewEdgeAreLeftOut()
+    {
+        GameData d = smallGame();
+        addPlanet(d, 0, 500);
+        addPlanet(d, 1000, 1000);
+        Redraw r(d);
+        const auto dots = only(r.run({UniverseButton}), "PSet");
+        QCOMPARE(dots.size(), 1);
+        QCOMPARE(dots[0][u"x"].toDouble(), 10000.0);
+    }
+
+    void territoryDotsAreDimmedByStrength()
+    {
+        GameData d = smallGame();
+        d.RaceRGB[0] = {255, 0, 128};
+        d.Grid.set(1, 2, 1, 50);
+        d.Grid.set(3, 3, 1, 100);
+        Redraw r(d);
+        const auto dots = only(r.run({TerritoryButton}), "PSet");
+        QCOMPARE(dots.size(), 2);
+        QCOMPARE(dots[0][u"color"].toInt(), colour(128, 0, 64));
+        QCOMPARE(dots[0][u"x"].toDouble(), 2500.0);
+        QCOMPARE(dots[0][u"y"].toDouble(), 5000.0);
+        QCOMPARE(dots[1][u"color"].toInt(), colour(255, 0, 128));
+        QCOMPARE(dots[0][u"DrawWidth"].toInt(), 2); // 15000 twips over 10020 units
+        QCOMPARE(r.host.progressSteps, 5);
+    }
+
+    void layersComeInTheirFixedOrder()
+    {
+        GameData d = smallGame();
+        PlanetInfo &p = addPlanet(d, 500, 500);
+        p[AgeText] = Value(u"Current");
+        p[ScannerRange] = Value(10);
+        p[Hab] = Value(20.0);
+        Redraw r(d);
+        const auto ops = r.run({HabButton, UniverseButton, ScannedButton});
+        QStringList sequence;
+        for (const QJsonObject &o : ops)
+            sequence << o[u"op"].toString() + QString::number(o[u"r"].toDouble());
+        // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
+        QCOMPARE(sequence, QStringList({"Cls0", "Circle100", "PSet0", "Circle30", "PSet0", "Circle30"}));
+    }
+
+    void clearMapReleasesEverythingButTheZoom()
+    {
+        GameData d = smallGame();
+        addPlanet(d, 500, 500);
+        Redraw r(d);
+        r.buttons.setPressedQuietly(ZoomInButton, true);
+        r.zoom.ZoomArmed = 1;
+        const auto ops = r.run({ClearMapButton, UniverseButton, OwnedButton});
+        for (int b = ClearMapButton; b <= VmkButton; ++b)
+            QCOMPARE(r.buttons.pressed(b), b == ZoomInButton);
+        QVERIFY(only(ops, "PSet").isEmpty());
+        QCOMPARE(ops.last()[u"op"].toString(), QStringLiteral("Cls"));
+    }
+
+    void zoomIsArmedByTheRedrawAndReleasedToTheFullView()
+    {
+        GameData d = smallGame();
+        Redraw r(d);
+        r.buttons.setPressedQuietly(ZoomInButton, true);
+        r.redraw.redrawUniverse();
+        QCOMPARE(r.zoom.ZoomState, int16_t(1));
+        QVERIFY(r.trace.isEmpty()); // arming leaves the picture alone
+        d.Scale = 40;
+        r.buttons.setPressed(ZoomInButton, false);
+        QCOMPARE(d.Scale, 10.0);
+        QCOMPARE(r.zoom.ZoomArmed, int16_t(0));
+        QVERIFY(r.buttons.enabled(TerritoryButton));
+    }
+
+    void annotationsReplayAtTheView()
+    {
+        QTemporaryDir dir;
+        GameData d = smallGame();
+        d.AnnotationFilePath = dir.filePath(QStringLiteral("game.VMK"));
+        Redraw missing(d);
+        missing.run({VmkButton});
+        QCOMPARE(missing.host.messages, QStringList{QStringLiteral("No file found for this map")});
+        QCOMPARE(d.DrawColourIndex, int16_t(1));
+
+        QFile file(dir.filePath(QStringLiteral("GAME.vmk")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("L,100,100,200,300,3\r\nC,500,500,20,2\r\nT,10,20,Home,10.5\r\nC,1,1,1,9\r\n");
+        file.close();
+        Redraw replay(d);
+        QVERIFY_THROWS_EXCEPTION(std::out_of_range, replay.run({VmkButton}));
+        const auto ops = replay.ops();
+        QCOMPARE(ops.size(), 4); // Cls, line, circle, text; colour 9 stops the replay
+        QCOMPARE(ops[1][u"color"].toInt(), colour(0, 255, 0));
+        QCOMPARE(ops[1][u"y2"].toDouble(), 3000.0);
+        QCOMPARE(ops[2][u"r"].toDouble(), 200.0);
+        QCOMPARE(ops[2][u"FillStyle"].toInt(), 1);
+        QCOMPARE(ops[3][u"FontSize"].toDouble(), 10.0);
+        QCOMPARE(d.AnnotationText, QStringLiteral("L,100,100,200,300,3\r\nC,500,500,20,2\r\nT,10,20,Home,10\r\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(LayersTest)
+#include "tst_layers.moc"

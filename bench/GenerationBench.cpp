@@ -34,6 +34,7 @@ void gridBenchmark(benchmark::State &state)
         Build(game->sources(), d.GridSize, d.GridStep, d.PlayerCount, grid, cellsWon);
         benchmark::DoNotOptimize(cellsWon);
     }
+    state.counters["sources"] = double(game->sources().size());
 }
 
 void fastGrid(const std::vector<InfluenceSource> &sources, int gridSize, double gridStep, int playerCount,

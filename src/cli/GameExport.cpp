@@ -36,16 +36,23 @@ QByteArray csvCell(const Value &v)
     return text;
 }
 
-QJsonArray gridArray(const TerritoryGrid &grid, bool owners)
+// The grid as JSON text, one column per line: written directly, because
+// a QJsonArray of 400,000 values costs tens of megabytes.
+void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, bool owners)
 {
-    QJsonArray columns;
+    out += ",\n\"";
+    out += key;
+    out += "\": [";
     for (int gx = 0; gx <= grid.gridSize(); ++gx) {
-        QJsonArray column;
-        for (int gy = 0; gy <= grid.gridSize(); ++gy)
-            column.append(owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
-        columns.append(column);
+        out += gx == 0 ? "\n[" : ",\n[";
+        for (int gy = 0; gy <= grid.gridSize(); ++gy) {
+            if (gy > 0)
+                out += ',';
+            out += QByteArray::number(owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
+        }
+        out += ']';
     }
-    return columns;
+    out += "\n]";
 }
 
 } // namespace
@@ -90,11 +97,14 @@ QByteArray exportJson(const GameData &d, bool withGrid)
     }
     o.insert(u"Players", players);
 
+    QByteArray out = QJsonDocument(o).toJson(QJsonDocument::Indented);
     if (withGrid) {
-        o.insert(u"GridOwner", gridArray(d.Grid, true));
-        o.insert(u"GridStrength", gridArray(d.Grid, false));
+        out.chop(2); // "}\n"
+        appendGrid(out, "GridOwner", d.Grid, true);
+        appendGrid(out, "GridStrength", d.Grid, false);
+        out += "\n}\n";
     }
-    return QJsonDocument(o).toJson(QJsonDocument::Indented);
+    return out;
 }
 
 QByteArray exportCsv(const GameData &d)

@@ -22,10 +22,19 @@ void printUsage()
                stderr);
 }
 
+// Qt's own warnings (a missing runtime folder offscreen, font fallbacks) are
+// not the command's business: its standard error carries only its messages.
+void quietQtMessages(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        QTextStream(stderr) << message << '\n';
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    qInstallMessageHandler(quietQtMessages);
     const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     // Rendering needs fonts and images; without a display it runs offscreen.
     if (command == u"render" && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

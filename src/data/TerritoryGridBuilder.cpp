@@ -3,23 +3,28 @@
 #include "Conversions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <cmath>
 
 namespace {
 
 constexpr int Reach = 150;
+// The largest squared distance whose rounded root is still 150: a source
+// reaches exactly the cells with dx² + dy² <= 22650.
+constexpr int32_t MaxSquare = 22650;
 
 // Strength by SOI (0..100) and rounded distance (0..150), and the rounded
-// distance by squared offset: the grid needs no square root per cell.
+// distance by squared offset: the grid needs no square root per cell. The
+// distance table is bytes so that it stays in the first-level cache.
 struct InfluenceTables {
-    std::vector<int32_t> distanceBySquare; // index dx² + dy², up to 2 * 150²
+    std::vector<uint8_t> distanceBySquare; // index dx² + dy², 0..MaxSquare
     std::vector<int32_t> strength;         // index soi * 151 + dist
 
-    InfluenceTables() : distanceBySquare(2 * Reach * Reach + 1), strength(101 * (Reach + 1))
+    InfluenceTables() : distanceBySquare(MaxSquare + 1), strength(101 * (Reach + 1))
     {
         for (size_t d2 = 0; d2 < distanceBySquare.size(); ++d2) {
             const int32_t d = conv::toInt32(std::sqrt(double(d2)));
-            distanceBySquare[d2] = d == 0 ? 1 : d;
+            distanceBySquare[d2] = uint8_t(d == 0 ? 1 : d);
         }
         for (int soi = 0; soi <= 100; ++soi)
             for (int d = 1; d <= Reach; ++d)
@@ -63,24 +68,27 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
         coord[size_t(g)] = gridCoordinate(g, gridStep);
     const bool ascending = std::is_sorted(coord.begin(), coord.end());
 
-    // Sources sorted by X so that each column only looks at its 300-ly band.
-    std::vector<InfluenceSource> sources = sourcesInOrder;
+    // Sources without an owner add to no race and so decide no cell. The
+    // rest sorted by X so that each column only looks at its 300-ly band.
+    std::vector<InfluenceSource> sources;
+    std::copy_if(sourcesInOrder.begin(), sourcesInOrder.end(), std::back_inserter(sources),
+                 [](const InfluenceSource &s) { return s.owner > 0; });
     std::stable_sort(sources.begin(), sources.end(),
                      [](const InfluenceSource &a, const InfluenceSource &b) { return a.x < b.x; });
 
-    // Per column: the influence totals of every race in every cell, and the
-    // number of sources each cell saw.
+    // Per column: the influence totals race by race (one race's cells side
+    // by side, so that a source adds along consecutive memory) and the
+    // number of sources each cell saw. The winner scan empties both again.
     std::vector<int32_t> totals(size_t(cells) * MaxPlayers);
     std::vector<int32_t> counts(static_cast<size_t>(cells));
 
     size_t first = 0;
     for (int gx = 0; gx < cells; ++gx) {
         const int32_t cx = coord[size_t(gx)];
-        std::fill(totals.begin(), totals.end(), 0);
-        std::fill(counts.begin(), counts.end(), 0);
         if (ascending)
             while (first < sources.size() && sources[first].x < cx - Reach)
                 ++first;
+        int touchedFrom = cells, touchedTo = -1;
         for (size_t s = ascending ? first : 0; s < sources.size(); ++s) {
             const InfluenceSource &src = sources[s];
             if (src.x > cx + Reach) {
@@ -88,40 +96,44 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
                     break;
                 continue;
             }
-            if (src.x < cx - Reach)
-                continue;
             const int32_t dx = int32_t(src.x) - cx;
-            // Rows whose cell Y lies within reach of the source.
+            const int32_t room = MaxSquare - dx * dx;
+            if (room < 0)
+                continue;
+            // Rows whose cell lies on the source's disc.
             int gyFrom = 0;
             int gyTo = cells - 1;
             if (ascending) {
-                gyFrom = int(std::lower_bound(coord.begin(), coord.end(), int32_t(src.y) - Reach) - coord.begin());
-                gyTo = int(std::upper_bound(coord.begin(), coord.end(), int32_t(src.y) + Reach) - coord.begin()) - 1;
+                const int32_t reachY = int32_t(std::sqrt(double(room)));
+                gyFrom = int(std::lower_bound(coord.begin(), coord.end(), int32_t(src.y) - reachY) - coord.begin());
+                gyTo = int(std::upper_bound(coord.begin(), coord.end(), int32_t(src.y) + reachY) - coord.begin()) - 1;
             }
+            touchedFrom = std::min(touchedFrom, gyFrom);
+            touchedTo = std::max(touchedTo, gyTo);
             const int32_t *strengthRow = &t.strength[size_t(src.soi) * (Reach + 1)];
+            int32_t *raceTotals = &totals[size_t(src.owner - 1) * size_t(cells)];
             for (int gy = gyFrom; gy <= gyTo; ++gy) {
                 const int32_t dy = int32_t(src.y) - coord[size_t(gy)];
-                if (dy < -Reach || dy > Reach)
-                    continue;
-                const int32_t dist = t.distanceBySquare[size_t(dx * dx + dy * dy)];
-                if (dist >= 151)
+                const int32_t d2 = dx * dx + dy * dy;
+                if (d2 > MaxSquare)
                     continue;
                 ++counts[size_t(gy)];
-                if (src.owner > 0)
-                    totals[size_t(gy) * MaxPlayers + size_t(src.owner - 1)] += strengthRow[dist];
+                raceTotals[gy] += strengthRow[t.distanceBySquare[size_t(d2)]];
             }
         }
-        for (int gy = 0; gy < cells; ++gy) {
+        for (int gy = touchedFrom; gy <= touchedTo; ++gy) {
             if (counts[size_t(gy)] == 0)
                 continue;
-            const int32_t *cell = &totals[size_t(gy) * MaxPlayers];
+            counts[size_t(gy)] = 0;
             int winner = 0;
             int32_t best = 0;
             for (int k = 1; k <= playerCount; ++k) {
-                if (cell[k - 1] > best) {
-                    best = cell[k - 1];
+                int32_t &total = totals[size_t(k - 1) * size_t(cells) + size_t(gy)];
+                if (total > best) {
+                    best = total;
                     winner = k;
                 }
+                total = 0;
             }
             if (winner > 0) {
                 grid.set(gx, gy, winner, std::min(best, 100));

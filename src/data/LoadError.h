@@ -18,8 +18,10 @@ public:
 
     static QString format(const QString &file, int line, const QString &fault)
     {
-        return line > 0 ? QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(fault)
-                        : QStringLiteral("%1: %2").arg(file, fault);
+        QString message = line > 0 ? QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(fault)
+                                   : QStringLiteral("%1: %2").arg(file, fault);
+        // One line, even when a quoted item of the file ran across line ends.
+        return message.replace(u'\r', u' ').replace(u'\n', u' ');
     }
 
 private:

@@ -1,4 +1,5 @@
-// veltro-cli export as scripts see it: exit statuses, messages, JSON and CSV.
+// Choosing a game's files, and veltro-cli export as scripts see it: exit
+// statuses, messages, JSON and CSV.
 
 #include "TestGame.h"
 
@@ -55,6 +56,7 @@ private slots:
                                     << QStringList{"--year", "2400", "--report-year", "2=2401"} << yearAbove;
         QTest::newRow("year of a row without a file")
             << QStringList{"game.P1"} << QStringList{"--year", "2400", "--report-year", "5=2401"} << yearAbove;
+        QTest::newRow("own 17") << QStringList{"game.P1"} << QStringList{"--own", "17"} << "*";
         QTest::newRow("game year beyond 16 bits") << QStringList{"game.P1"} << QStringList{"--year", "70000"} << "*";
     }
     void selectionMessages()
@@ -74,6 +76,57 @@ private slots:
             QCOMPARE(run.err.trimmed(), message);
     }
 
+    // Rows 1..3 found without regard to case; the first two checks rebuild
+    // them from the folder.
+    void perPlayerRows()
+    {
+        TestGame game;
+        for (const char *name : {"game.map", "game.P1", "GAME.P1", "game.P2", "Game.P3", "GAME.p3"})
+            game.write(name, "");
+        GameData d;
+        FileSelection s(d);
+        QCOMPARE(s.clickMapFile(game.dir(), "game.map"), QString());
+        for (int i = 0; i <= 16; ++i)
+            QCOMPARE(s.row(i).shown && s.row(i).checked, i >= 1 && i <= 3);
+        QCOMPARE(s.row(3).caption, QString("game.P3"));
+        QCOMPARE(d.GameFiles[1].path, game.path("game.P1")); // the exact name first,
+        QCOMPARE(d.GameFiles[3].path, game.path("GAME.p3")); // else the first in sorted order
+        s.chooseOwnRace(2);
+        s.toggleRow(2);
+        QCOMPARE(s.confirm(), QString("You have not included the datafile you have selected as your race"));
+        QVERIFY(s.row(2).checked);
+        QCOMPARE(d.OwnRace, 1);
+        s.row(3).yearText = "7";
+        QVERIFY(QFile::remove(game.path("game.P1")) && QFile::remove(game.path("GAME.P1")));
+        QCOMPARE(s.confirm(), QString("Some files have been deleted/renamed. Try again"));
+        QVERIFY(!s.row(1).shown);
+        QCOMPARE(d.OwnRace, 2);
+        QCOMPARE(s.row(3).yearText, QString());
+        QCOMPARE(s.confirm(), QString());
+    }
+
+    // A report that disappears after the choice ends the load naming it.
+    void reportGoneBeforeLoading()
+    {
+        TestGame game;
+        game.writeMap({{"Home", 1100, 1100}});
+        game.writeReport("game.P1", {homeLine()});
+        game.writeReport("game.P2", {});
+        GameData d;
+        FileSelection s(d);
+        QCOMPARE(s.clickMapFile(game.dir(), "game.map"), QString());
+        QCOMPARE(s.confirm(), QString());
+        QVERIFY(QFile::remove(game.path("game.P2")));
+        QString failedFile;
+        try {
+            GenerationObserver silent;
+            generateUniverse(d, silent);
+        } catch (const LoadError &e) {
+            failedFile = e.file();
+        }
+        QCOMPARE(failedFile, game.path("game.P2"));
+    }
+
     // Upper-case names from Windows; null, strings and plain whole numbers.
     void json()
     {
@@ -81,10 +134,11 @@ private slots:
         game.writeMap({{"Home", 1100, 1100}, {"Target", 1200, 1200}, {"Quiet", 1300, 1300}});
         game.writeReport("GAME.P1", {homeLine(), planetLine("Target", "Robots", "Space Dock", "0", "0", {{11, "50"}, {34, "-1"}})});
         game.write("GAME.vmk", "L,1,2,3,4,5\r\n");
-        const Run run = exportGame(game, {"--year", "2400"});
+        const Run run = exportGame(game, {"--year", "2400", "--report-year", "1=2400"});
         QCOMPARE(run.status, 0);
         const QJsonObject o = QJsonDocument::fromJson(run.out).object();
         QCOMPARE(o["AnnotationText"].toString(), QString("L,1,2,3,4,5\r\n"));
+        QCOMPARE(o["Scale"].toDouble(), 10000 / 400.0);
         const QJsonArray planets = o["Planets"].toArray();
         QCOMPARE(planets[1].toObject().size(), 38);
         QVERIFY(planets[1].toObject()["Gravity"].isString()); // empty field: "Unknown"
@@ -99,7 +153,7 @@ private slots:
     void csv()
     {
         TestGame game;
-        game.write("game.map", "#\r\n1\t1100\t1100\tHome\r\n2 1200 1200 \"Red, Giant\" ignored\r\n");
+        game.write("game.map", "#\r\n1\t1100\t1100\tHome\r\n2 1199.5 1200.5 \"Red, Giant\" ignored\r\n");
         game.writeReport("game.P1", {homeLine(), planetLine("Red, Giant", "Bob \"Q\" Race", "None", "0", "1000")});
         const Run run = exportGame(game, {"--format", "csv"});
         QCOMPARE(run.status, 0);
@@ -158,6 +212,7 @@ private slots:
                                             << "Division by zero";
         QTest::newRow("extent beyond 32 bits") << "game.map" << map + "1\t2147483647\t1100\tHome\r\n" << 2 << "Overflow";
         QTest::newRow("Y beyond 32 bits") << "game.map" << map + "1\t1100\t-2147483648\tHome\r\n" << 2 << "Overflow";
+        QTest::newRow("quoted across lines") << "game.map" << map + "1\t\"11\r\n00\"\t1100\tHome\r\n" << 2 << "Type mismatch";
         QTest::newRow("megabyte coordinate") << "game.map" << map + "1\t" + QByteArray(1 << 20, '9') + "\t1\tA" << 2
                                              << "Overflow";
         QByteArray garbage(4096, '\0');

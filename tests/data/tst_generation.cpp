@@ -1,5 +1,5 @@
-// Generation on small hand-made games: merging, influence, races,
-// tolerance estimates, attack scores, annotations.
+// Generation on small hand-made games: merging, influence, races and
+// their tolerance ranges, attack scores, annotations.
 
 #include "TestGame.h"
 
@@ -25,6 +25,7 @@ private slots:
         QTest::newRow("own report kept at the same age") << "2" << "2" << "Two" << "" << "" << "Own" << "2";
         QTest::newRow("age 0 replaces the own report") << "2" << "0" << "Two" << "" << "" << "Two" << "0";
         QTest::newRow("own race's line ignored") << "" << "0" << "Humans" << "" << "5" << "Three" << "5";
+        QTest::newRow("fractional age") << "" << "0.5" << "Two" << "" << "" << "Two" << "0.5";
         QTest::newRow("report year adds to the age") << "" << "0" << "Two" << "2398" << "1" << "Three" << "1";
     }
     void mergeByAge()
@@ -67,28 +68,29 @@ private slots:
 
     void starbaseAndInfluence_data()
     {
+        for (const char *column : {"owner", "starbase", "population", "defence", "populationAfter"})
+            QTest::addColumn<QString>(column);
         QTest::addColumn<bool>("own");
-        QTest::addColumn<QString>("starbase");
-        QTest::addColumn<QString>("population");
-        QTest::addColumn<QString>("defence");
-        QTest::addColumn<QString>("populationAfter");
         QTest::addColumn<int>("soi");
-        QTest::newRow("space dock stands for 500000") << false << "Space Dock" << "0" << "" << "500000" << 40;
-        QTest::newRow("no starbase, capped at 100") << false << "None" << "2000000" << "50%" << "2000000" << 100;
-        QTest::newRow("own report: owned, at least 5") << true << "None" << "0" << "0%" << "0" << 5;
-        QTest::newRow("other report: no minimum") << false << "None" << "0" << "0%" << "0" << 0;
-        QTest::newRow("uninhabited is not 0") << false << "Death Star" << "" << "" << "Uninhabited" << 0;
-        QTest::newRow("blank before the 0") << false << "Orbital Fort" << " 0" << "" << "250000" << 20;
-        QTest::newRow("decimal 0, defence 40%") << false << "Space Station" << "0.0" << "40%" << "1000000" << 88;
-        QTest::newRow("other designs") << false << "Fortress" << "0" << "" << "1350000" << 100;
+        QTest::newRow("space dock stands for 500000") << "R" << "Space Dock" << "0" << "" << "500000" << false << 40;
+        QTest::newRow("no starbase, capped at 100") << "R" << "None" << "2000000" << "50%" << "2000000" << false << 100;
+        QTest::newRow("own report: owned, at least 5") << "R" << "None" << "0" << "0%" << "0" << true << 5;
+        QTest::newRow("own report: unowned, no minimum") << "" << "None" << "0" << "0%" << "0" << true << 0;
+        QTest::newRow("other report: no minimum") << "R" << "None" << "0" << "0%" << "0" << false << 0;
+        QTest::newRow("uninhabited is not 0") << "R" << "Death Star" << "" << "" << "Uninhabited" << false << 0;
+        QTest::newRow("blank before the 0") << "R" << "Orbital Fort" << " 0" << "" << "250000" << false << 20;
+        QTest::newRow("decimal 0, defence 40%") << "R" << "Space Station" << "0.0" << "40%" << "1000000" << false << 88;
+        QTest::newRow("other designs") << "R" << "Fortress" << "0" << "" << "1350000" << false << 100;
+        QTest::newRow("fewer than 100000 count as 100000") << "R" << "Space Dock" << "50000" << "" << "50000" << false << 8;
     }
     void starbaseAndInfluence()
     {
+        QFETCH(QString, owner);
         QFETCH(bool, own);
         QFETCH(QString, starbase);
         QFETCH(QString, population);
         QFETCH(QString, defence);
-        const QByteArray line = planetLine("Target", "Robots", starbase, "0", population, {{10, defence}});
+        const QByteArray line = planetLine("Target", owner, starbase, "0", population, {{10, defence}});
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
                           {{"game.P1", own ? Lines{homeLine(), line} : Lines{homeLine()}},
@@ -138,23 +140,35 @@ private slots:
         QCOMPARE(d.planet(4)[X].val() + d.planet(4)[Y].val(), 400.0 + 100);
     }
 
-    // Races are numbered by the first planet row they own, not by report order.
+    // Races are numbered by the first planet row they own, not by report
+    // order; their statistics, and tolerance ranges from their planets.
     void races()
     {
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"A", 1150, 1150}, {"B", 1200, 1200}, {"C", 1250, 1250}, {"D", 1300, 1300}},
-                          {{"game.P1", {homeLine(), planetLine("D", "Birds", "None", "0", "245001", {{11, "1500"}, {20, "5"}}),
-                                        planetLine("B", "Birds", "None", "0", "245000", {{11, "500"}}),
-                                        planetLine("A", "Ants", "None", "0", "1000")}}}),
+                          {{"game.P1", {homeLine(),
+                                        planetLine("D", "Birds", "None", "0", "245001",
+                                                   {{11, "1500"}, {20, "5"}, {21, "2.0"}, {22, "-50"}, {23, "10"}}),
+                                        planetLine("B", "Birds", "None", "0", "245000",
+                                                   {{11, "500"}, {21, "2.4"}, {22, "50"}, {23, "90"}}),
+                                        planetLine("A", "Ants", "None", "0", "1000", {{21, "1.00g"}, {22, "20C"}, {23, "40mR"}}),
+                                        planetLine("C", "Cats", "None", "0", "1000", {{21, "6.0g"}, {22, "150"}, {23, "95"}})}}}),
                  QString());
         QCOMPARE(d.OwnRaceName, QString("Birds")); // the last own-report line with resources
-        QCOMPARE(d.PlayerCount, 3);
+        QCOMPARE(d.PlayerCount, 4);
         QCOMPARE(d.player(2)[RaceName].text() + d.player(3)[RaceName].text(), QString("AntsBirds"));
         QCOMPARE(d.planet(5)[OwnerIndex].val(), 3.0);
         const PlayerInfo &birds = d.player(3);
         QCOMPARE(birds[MajorPlanets].val(), 1.0); // more than 245000, strictly
         QCOMPARE(birds[TotalPopulation].val(), 490001.0);
         QCOMPARE(birds[TotalIron].val(), 2.0);
+        // Gravity, temperature and radiation ranges; the home planet's are empty.
+        const QList<QList<double>> ranges{
+            {0.12, 0.21, 0, 80, 0, 20}, {1, 1.75, 20, 100, 40, 60}, {2, 2.9, -50, 50, 10, 90}, {6, 8, 150, 200, 95, 100}};
+        for (int k = 1; k <= 4; ++k)
+            for (int f = 0; f < 6; ++f)
+                QCOMPARE(d.player(k)[MinGrav + f].val(), ranges[k - 1][f]);
+        QVERIFY(d.player(5)[MinGrav].isEmpty());
         int cells = 0;
         for (int gx = 0; gx <= d.GridSize; ++gx)
             for (int gy = 0; gy <= d.GridSize; ++gy)
@@ -174,33 +188,6 @@ private slots:
         GameData d;
         const QString message = loadGame(d, map, {{"game.P1", lines}});
         QVERIFY2(message.contains("/game.P1, line 18: "), qPrintable(message));
-    }
-
-    void tolerances_data()
-    {
-        QTest::addColumn<QStringList>("planets"); // gravity, temperature, radiation
-        QTest::addColumn<QList<double>>("ranges"); // min and max of each
-        QTest::newRow("one planet") << QStringList{"1.00g", "20C", "40mR"} << QList<double>{1, 1.75, 20, 100, 40, 60};
-        QTest::newRow("close gravities") << QStringList{"2.0", "-50", "10", "2.4", "50", "90"}
-                                         << QList<double>{2, 2.9, -50, 50, 10, 90};
-        QTest::newRow("caps") << QStringList{"6.0g", "150", "95"} << QList<double>{6, 8, 150, 200, 95, 100};
-        QTest::newRow("no numbers") << QStringList{"Unknown", "Unknown", "x"} << QList<double>{0.12, 0.21, 0, 80, 0, 20};
-    }
-    void tolerances()
-    {
-        QFETCH(QStringList, planets);
-        QFETCH(QList<double>, ranges);
-        QList<MapPlanet> map{{"Home", 1100, 1100}};
-        Lines lines{homeLine()};
-        for (int i = 0; i < planets.size(); i += 3) {
-            map << MapPlanet{QString("R%1").arg(i), 1200 + i, 1200};
-            lines << planetLine(QString("R%1").arg(i), "Robots", "None", "0", "1000",
-                                {{21, planets[i]}, {22, planets[i + 1]}, {23, planets[i + 2]}});
-        }
-        GameData d;
-        QCOMPARE(loadGame(d, map, {{"game.P1", lines}}), QString());
-        for (int k = 0; k < 6; ++k)
-            QCOMPARE(d.player(2)[MinGrav + k].val(), ranges[k]);
     }
 
     void unreportedPlanetsAndAttackScores()

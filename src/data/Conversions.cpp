@@ -1,5 +1,8 @@
 #include "Conversions.h"
 
+#include <clocale>
+#include <cstdlib>
+#include <locale.h>
 #include <cmath>
 #include <limits>
 
@@ -37,13 +40,16 @@ qsizetype numberPrefix(QStringView s)
     return i;
 }
 
+// The files' numbers always use "." whatever the user's locale (which Qt
+// hands to the C library), so they are read in the C locale.
 double parsePrefix(QStringView s, qsizetype len)
 {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
     QByteArray bytes = s.first(len).toLatin1();
     for (char &c : bytes)
         if (c == 'd' || c == 'D')
             c = 'e';
-    return std::strtod(bytes.constData(), nullptr);
+    return strtod_l(bytes.constData(), nullptr, cLocale);
 }
 
 qsizetype skipBlanks(QStringView s, qsizetype i)

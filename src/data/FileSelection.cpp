@@ -75,7 +75,7 @@ void FileSelection::chooseOwnRace(int i)
 
 void FileSelection::repeatClick()
 {
-    clickMapFile(m_dir, m_fileName);
+    m_followUp = clickMapFile(m_dir, m_fileName);
 }
 
 QString FileSelection::confirm()

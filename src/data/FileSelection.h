@@ -7,6 +7,7 @@
 #include "GameData.h"
 
 #include <array>
+#include <utility>
 
 class FileSelection {
 public:
@@ -33,6 +34,8 @@ public:
     // choice and the caller starts the generation).
     QString confirm();
     void cancel() { m_data.OpenFileCancelled = 1; }
+    // The message of the map file click that a failed check repeated, once.
+    QString takeFollowUpMessage() { return std::exchange(m_followUp, QString()); }
 
     Row &row(int i) { return m_rows[size_t(i)]; }
     const Row &row(int i) const { return m_rows[size_t(i)]; }
@@ -52,4 +55,5 @@ private:
     bool m_loadEnabled = false;
     QString m_dir;
     QString m_fileName;
+    QString m_followUp;
 };

@@ -245,7 +245,11 @@ void OpenFileDialog::confirm()
         return;
     }
     showMessage(this, message);
-    // The first two checks rebuild the rows from the folder.
+    // The first two checks rebuild the rows from the folder, which may have
+    // a message of its own (no reports left).
+    const QString followUp = m_selection.takeFollowUpMessage();
+    if (!followUp.isEmpty())
+        showMessage(this, followUp);
     showRows();
 }
 

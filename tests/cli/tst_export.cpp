@@ -22,6 +22,9 @@ struct Run {
 Run exportGame(const TestGame &game, const QStringList &options = {})
 {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", "de_DE.UTF-8"); // a decimal comma, where installed
+    process.setProcessEnvironment(environment);
     process.start(VELTRO_CLI, QStringList{"export", game.path("game.map")} + options);
     process.waitForFinished(-1);
     Run run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
@@ -211,6 +214,7 @@ private slots:
         QTest::newRow("universe too small") << "game.map" << map + "1\t1100\t1100\tA\r\n2\t950\t1100\tB\r\n" << 3
                                             << "Division by zero";
         QTest::newRow("extent beyond 32 bits") << "game.map" << map + "1\t2147483647\t1100\tHome\r\n" << 2 << "Overflow";
+        QTest::newRow("X far below 0") << "game.map" << map + "1\t-2147483000\t1100\tHome\r\n" << 2 << "Overflow";
         QTest::newRow("Y beyond 32 bits") << "game.map" << map + "1\t1100\t-2147483648\tHome\r\n" << 2 << "Overflow";
         QTest::newRow("quoted across lines") << "game.map" << map + "1\t\"11\r\n00\"\t1100\tHome\r\n" << 2 << "Type mismatch";
         QTest::newRow("megabyte coordinate") << "game.map" << map + "1\t" + QByteArray(1 << 20, '9') + "\t1\tA" << 2

@@ -4,12 +4,17 @@
 #include "ReportFile.h"
 
 #include <QTest>
+#include <clocale>
 #include <limits>
 
 class ReadersTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // The game's files are the same whatever the user's language: numbers
+    // must read the same under a locale with a decimal comma.
+    void initTestCase() { std::setlocale(LC_ALL, "de_DE.UTF-8"); }
+
     // The leading number of a text, and the number it is as a whole ("-": none).
     void numbers_data()
     {

@@ -2,25 +2,22 @@
 // "Load && Generate Data" to the enabled overlay buttons, and from nothing
 // to a main window on screen (offscreen platform).
 
-#include "HugeGame.h"
+#include "BenchMain.h"
 #include "MainWindow.h"
 
 #include <QApplication>
 #include <QTest>
 #include <benchmark/benchmark.h>
-#include <cstdio>
-#include <memory>
 
 namespace {
 
-std::unique_ptr<HugeGame> game;
 
 void BM_LoadAndGenerateInWindow(benchmark::State &state)
 {
     MainWindow window;
     window.show();
     for (auto _ : state) {
-        window.gameData() = game->selected();
+        window.gameData() = hugeGame()->selected();
         if (!window.generate())
             state.SkipWithError("the generation failed");
     }
@@ -46,16 +43,5 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    try {
-        game = std::make_unique<HugeGame>();
-    } catch (const std::exception &e) {
-        std::fprintf(stderr, "veltro-desktop-bench: %s\n", e.what());
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv, "veltro-desktop-bench");
 }

@@ -2,21 +2,18 @@
 // disk, and the territory grid on its own, fast builder against the plain
 // every-cell-every-source loop.
 
-#include "HugeGame.h"
+#include "BenchMain.h"
 #include "ReferenceTerritoryGrid.h"
 #include "UniverseGenerator.h"
 
 #include <benchmark/benchmark.h>
-#include <cstdio>
-#include <memory>
 
 namespace {
 
-std::unique_ptr<HugeGame> game;
 
 void BM_GenerateUniverse(benchmark::State &state)
 {
-    GameData data = game->selected();
+    GameData data = hugeGame()->selected();
     GenerationObserver silent;
     for (auto _ : state) {
         generateUniverse(data, silent);
@@ -27,14 +24,14 @@ void BM_GenerateUniverse(benchmark::State &state)
 template <auto Build>
 void gridBenchmark(benchmark::State &state)
 {
-    const GameData &d = game->loaded();
+    const GameData &d = hugeGame()->loaded();
     TerritoryGrid grid;
     for (auto _ : state) {
         std::array<int32_t, MaxPlayers> cellsWon{};
-        Build(game->sources(), d.GridSize, d.GridStep, d.PlayerCount, grid, cellsWon);
+        Build(hugeGame()->sources(), d.GridSize, d.GridStep, d.PlayerCount, grid, cellsWon);
         benchmark::DoNotOptimize(cellsWon);
     }
-    state.counters["sources"] = double(game->sources().size());
+    state.counters["sources"] = double(hugeGame()->sources().size());
 }
 
 void fastGrid(const std::vector<InfluenceSource> &sources, int gridSize, double gridStep, int playerCount,
@@ -53,11 +50,11 @@ BENCHMARK(BM_TerritoryGridReference)->Unit(benchmark::kMillisecond);
 // Timing the fast grid means nothing unless it is the same grid.
 bool gridsAgree()
 {
-    const GameData &d = game->loaded();
+    const GameData &d = hugeGame()->loaded();
     TerritoryGrid fast, reference;
     std::array<int32_t, MaxPlayers> fastWon{}, referenceWon{};
-    buildTerritoryGrid(game->sources(), d.GridSize, d.GridStep, d.PlayerCount, fast, fastWon);
-    referenceTerritoryGrid(game->sources(), d.GridSize, d.GridStep, d.PlayerCount, reference, referenceWon);
+    buildTerritoryGrid(hugeGame()->sources(), d.GridSize, d.GridStep, d.PlayerCount, fast, fastWon);
+    referenceTerritoryGrid(hugeGame()->sources(), d.GridSize, d.GridStep, d.PlayerCount, reference, referenceWon);
     return fast == reference && fastWon == referenceWon && fast == d.Grid;
 }
 
@@ -65,21 +62,7 @@ bool gridsAgree()
 
 int main(int argc, char **argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    try {
-        game = std::make_unique<HugeGame>();
-    } catch (const std::exception &e) {
-        std::fprintf(stderr, "veltro-bench: %s\n", e.what());
-        return 1;
-    }
-    if (!gridsAgree()) {
-        std::fputs("veltro-bench: the fast territory grid differs from the reference\n", stderr);
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    game.reset();
-    return 0;
+    return runBenchmarks(argc, argv, "veltro-bench", [] {
+        return gridsAgree() ? nullptr : "the fast territory grid differs from the reference";
+    });
 }

@@ -2,7 +2,7 @@
 // redraw with every overlay pressed, the territory grid layer alone, and the
 // grid's dots painted the naive way (one painter call per dot) for comparison.
 
-#include "HugeGame.h"
+#include "BenchMain.h"
 #include "MapRedraw.h"
 #include "RasterSurface.h"
 #include "layers/MapLayers.h"
@@ -10,12 +10,9 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <benchmark/benchmark.h>
-#include <cstdio>
-#include <memory>
 
 namespace {
 
-std::unique_ptr<HugeGame> game;
 constexpr int Pixels = 1000;
 
 // One QPainter call per dot: what the grid layer would cost without the
@@ -37,7 +34,7 @@ public:
 
 void redrawWith(benchmark::State &state, std::initializer_list<int> pressed)
 {
-    GameData data = game->loaded();
+    GameData data = hugeGame()->loaded();
     Canvas canvas(Pixels * 15);
     canvas.addSurface(std::make_shared<RasterSurface>(Pixels));
     OverlayButtons buttons;
@@ -58,7 +55,7 @@ void BM_RedrawEveryLayer(benchmark::State &state)
 
 void BM_TerritoryLayer(benchmark::State &state)
 {
-    const GameData &data = game->loaded();
+    const GameData &data = hugeGame()->loaded();
     Canvas canvas(Pixels * 15);
     canvas.addSurface(std::make_shared<RasterSurface>(Pixels));
     RedrawHost host;
@@ -68,7 +65,7 @@ void BM_TerritoryLayer(benchmark::State &state)
 
 void BM_TerritoryLayerPainterPerDot(benchmark::State &state)
 {
-    const GameData &data = game->loaded();
+    const GameData &data = hugeGame()->loaded();
     Canvas canvas(Pixels * 15);
     canvas.addSurface(std::make_shared<PainterPerDotSurface>(Pixels));
     RedrawHost host;
@@ -86,16 +83,5 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    try {
-        game = std::make_unique<HugeGame>();
-    } catch (const std::exception &e) {
-        std::fprintf(stderr, "veltro-redraw-bench: %s\n", e.what());
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv, "veltro-redraw-bench");
 }

@@ -63,6 +63,34 @@ Value gateRange(const Value &range)
     return Value(r == -1 ? 10000.0 : r);
 }
 
+// Installations, defences, minerals and resources of a report line.
+void takeDetails(PlanetInfo &p, ReportFields &f)
+{
+    p[Mines] = f[8];
+    p[Factories] = f[9];
+    p[Resources] = f[20];
+    p[Defenses] = f[10];
+    p[StoredIron] = f[11];
+    p[StoredBora] = f[12];
+    p[StoredGerm] = f[13];
+    for (int k = 14; k <= 16; ++k)
+        f[k] = miningRate(f[k]);
+    p[IronMR] = f[14];
+    p[BoraMR] = f[15];
+    p[GermMR] = f[16];
+    p[IronMC] = f[17];
+    p[BoraMC] = f[18];
+    p[GermMC] = f[19];
+}
+
+// The environment (now and originally) and the stargate, per-player reports only.
+void takeEnvironment(PlanetInfo &p, const ReportFields &f)
+{
+    for (int k = 0; k < 6; ++k)
+        p[Gravity + k] = f[21 + k];
+    p[GateRange] = gateRange(f[34]);
+}
+
 class Generation {
 public:
     Generation(GameData &data, GenerationObserver &observer) : d(data), obs(observer) {}
@@ -201,29 +229,13 @@ void Generation::mergeOwnReport()
             soi = 5;
         p[SOI] = Value(soi);
         p[Hab] = Value(f[6].val());
-        p[Mines] = f[8];
-        p[Factories] = f[9];
-        p[Resources] = f[20];
+        takeDetails(p, f);
         if (p[Resources].val() != 0)
             d.OwnRaceName = p[Owner].text();
-        p[Defenses] = f[10];
-        p[StoredIron] = f[11];
-        p[StoredBora] = f[12];
-        p[StoredGerm] = f[13];
-        for (int k = 14; k <= 16; ++k)
-            f[k] = miningRate(f[k]);
-        p[IronMR] = f[14];
-        p[BoraMR] = f[15];
-        p[GermMR] = f[16];
-        p[IronMC] = f[17];
-        p[BoraMC] = f[18];
-        p[GermMC] = f[19];
         if (newFormat) {
             p[TerraformedHab] = Value(f[27].val());
             p[OwnField28] = Value(f[28].val());
-            for (int k = 0; k < 6; ++k)
-                p[Gravity + k] = f[21 + k];
-            p[GateRange] = gateRange(f[34]);
+            takeEnvironment(p, f);
             p[ScannerRange] = Value(f[29].val());
             p[ScannerRange2] = Value(f[30].val());
         }
@@ -251,28 +263,11 @@ void Generation::mergeOtherReport(int player)
         if (p[OwnerIndex].isBlank() || p[OwnerIndex].val() == 0)
             p[Population] = f[5];
         p[SOI] = Value(strengthOfInfluence(p[Population], p[Starbase], f[10]));
-        if (!f[7].is(u"Unknown")) {
-            p[Mines] = f[8];
-            p[Factories] = f[9];
-            p[Resources] = f[20];
-            p[Defenses] = f[10];
-            p[StoredIron] = f[11];
-            p[StoredBora] = f[12];
-            p[StoredGerm] = f[13];
-            for (int k = 14; k <= 16; ++k)
-                f[k] = miningRate(f[k]);
-            p[IronMR] = f[14];
-            p[BoraMR] = f[15];
-            p[GermMR] = f[16];
-            p[IronMC] = f[17];
-            p[BoraMC] = f[18];
-            p[GermMC] = f[19];
-        }
-        if (newFormat) {
-            for (int k = 0; k < 6; ++k)
-                p[Gravity + k] = f[21 + k];
-            p[GateRange] = gateRange(f[34]);
-        }
+        // "Unknown" in field 7: the line gives no planet details.
+        if (!f[7].is(u"Unknown"))
+            takeDetails(p, f);
+        if (newFormat)
+            takeEnvironment(p, f);
         return true;
     });
 }

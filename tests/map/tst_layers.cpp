@@ -144,9 +144,9 @@ private slots:
         QFETCH(int, colour);
         GameData d = smallGame();
         d.OwnRaceName = QStringLiteral("Us");
-        for (const QString owner : {QStringLiteral("Us"), QStringLiteral("Them")}) {
+        for (const char *owner : {"Us", "Them"}) {
             PlanetInfo &p = addPlanet(d, 500, 500);
-            p[Owner] = Value(owner);
+            p[Owner] = Value(QString::fromLatin1(owner));
             p[Population] = Value(population);
             p[Resources] = Value(u"10");
             p[Hab] = Value(hab);

@@ -227,6 +227,10 @@ void MainWindow::loadData()
 
 bool MainWindow::generate()
 {
+    if (m_data.MapFilePath.isEmpty()) {
+        showError(QStringLiteral("No game chosen yet: choose File > Load Data first."));
+        return false;
+    }
     try {
         generateUniverse(m_data, static_cast<GenerationObserver &>(*this));
         m_universe->update();

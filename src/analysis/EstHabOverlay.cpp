@@ -3,6 +3,7 @@
 #include "Colour.h"
 #include "Conversions.h"
 #include "MapView.h"
+#include "PlanetDisc.h"
 
 #include <cstdlib>
 
@@ -60,8 +61,6 @@ void drawEstimatedHab(const GameData &d, Canvas &canvas, const QString &raceName
         } else {
             radius = estHabRadius(conv::toInt16(h));
         }
-        s.FillColor = colour;
-        const CanvasPoint c = mapToCanvas(d, p);
-        canvas.circle(c.x, c.y, float(radius), colour);
+        drawPlanetDisc(d, canvas, p, radius, colour);
     }
 }

@@ -1,14 +1,20 @@
 #include "RenderCommand.h"
 
 #include "CliOptions.h"
+#include "EstHabOverlay.h"
 #include "MapRedraw.h"
+#include "MineralOverlays.h"
+#include "PlanetNames.h"
 #include "RasterSurface.h"
+#include "StargateOverlay.h"
+#include "TerraformOverlay.h"
 #include "TraceRecorder.h"
 
 #include <QFile>
 #include <QHash>
 #include <QSaveFile>
 #include <QTextStream>
+#include <functional>
 
 namespace {
 
@@ -29,6 +35,37 @@ class ConsoleHost : public RedrawHost {
 public:
     void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
 };
+
+// A menu overlay, drawn over the finished redraw.
+using MenuOverlay = std::function<void(const GameData &, Canvas &)>;
+
+// The overlay menu's entries by their command-line names; "esthab=RACE" is
+// the "Show Est Hab" button with RACE chosen in the race list. All estimates
+// of one run share the carried out-of-range count, as they share it in the
+// window for as long as the program runs.
+MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
+{
+    static const QLatin1String estHab("esthab=");
+    if (name.startsWith(estHab)) {
+        const QString race = name.mid(estHab.size());
+        return [race, &carry](const GameData &d, Canvas &c) { drawEstimatedHab(d, c, race, carry); };
+    }
+    static const QHash<QString, MenuOverlay> entries = {
+        {QStringLiteral("iron"), [](const GameData &d, Canvas &c) { drawMineralConcentration(d, c, Mineral::Ironium); }},
+        {QStringLiteral("bora"), [](const GameData &d, Canvas &c) { drawMineralConcentration(d, c, Mineral::Boranium); }},
+        {QStringLiteral("germ"), [](const GameData &d, Canvas &c) { drawMineralConcentration(d, c, Mineral::Germanium); }},
+        {QStringLiteral("avgmc"), drawAverageMineralConcentration},
+        {QStringLiteral("age"), drawReportAge},
+        {QStringLiteral("terra"), drawTerraformedValues},
+        {QStringLiteral("stargate-safe"), [](const GameData &d, Canvas &c) { drawStargateNetwork(d, c, true); }},
+        {QStringLiteral("stargate-all"), [](const GameData &d, Canvas &c) { drawStargateNetwork(d, c, false); }},
+        {QStringLiteral("names"), drawPlanetNames},
+    };
+    const auto entry = entries.constFind(name);
+    if (entry == entries.constEnd())
+        throw CliFailure(2, QStringLiteral("--overlay: unknown overlay \"%1\"").arg(name));
+    return *entry;
+}
 
 struct ZoomWindow {
     int32_t x, y, width;
@@ -62,6 +99,10 @@ int runRender(const QStringList &arguments)
                       QStringLiteral("X,Y,W")});
     parser.addOption({QStringLiteral("size"), QStringLiteral("Picture size in pixels (default 1000)."),
                       QStringLiteral("PX"), QStringLiteral("1000")});
+    parser.addOption({QStringLiteral("overlay"),
+                      QStringLiteral("A menu overlay drawn after the redraw (repeatable, in order): iron, bora, germ, "
+                                     "avgmc, age, terra, stargate-safe, stargate-all, names, esthab=RACENAME."),
+                      QStringLiteral("NAME")});
     parser.addOption({QStringLiteral("o"), QStringLiteral("The picture, PNG or BMP."), QStringLiteral("FILE")});
     parser.addOption({QStringLiteral("trace"), QStringLiteral("Also write every canvas operation."),
                       QStringLiteral("FILE")});
@@ -75,6 +116,10 @@ int runRender(const QStringList &arguments)
             throw CliFailure(2, QStringLiteral("--layers: unknown layer \"%1\"").arg(name));
         buttons.setPressedQuietly(*button, true);
     }
+    HabCarry habCarry;
+    std::vector<MenuOverlay> overlays;
+    for (const QString &name : parser.values(QStringLiteral("overlay")))
+        overlays.push_back(menuOverlay(name, habCarry));
     bool ok = false;
     const int pixels = parser.value(QStringLiteral("size")).toInt(&ok);
     if (!ok || pixels < 1 || pixels > 20000)
@@ -122,6 +167,8 @@ int runRender(const QStringList &arguments)
         MapRedraw redraw(data, canvas, buttons, zoom, host);
         buttons.onClick = [&redraw](int) { redraw.redrawUniverse(); };
         redraw.redrawUniverse();
+        for (const MenuOverlay &overlay : overlays)
+            overlay(data, canvas);
     } catch (const std::exception &e) {
         throw CliFailure(1, QStringLiteral("drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
     }

@@ -1,6 +1,11 @@
 #include "MainWindow.h"
 
 #include "AboutDialog.h"
+#include "EstHabOverlay.h"
+#include "MineralOverlays.h"
+#include "PlanetNames.h"
+#include "StargateOverlay.h"
+#include "TerraformOverlay.h"
 #include "Colour.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
@@ -77,14 +82,24 @@ void MainWindow::createMenus()
     m_overlaysMenu = menuBar()->addMenu(QStringLiteral("&Overlays"));
     m_overlaysMenu->setObjectName(QStringLiteral("mnuOver"));
     m_overlaysMenu->setEnabled(false);
-    addPending(m_overlaysMenu, QStringLiteral("mnuNames"), QStringLiteral("Show Names"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuIron"), QStringLiteral("Ironium Concentration"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuBora"), QStringLiteral("Boranium Concentration"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuGerm"), QStringLiteral("Germanium Concentration"));
-    addPending(m_overlaysMenu, QStringLiteral("MnuAvgMC"), QStringLiteral("Average Mineral MC"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuAge"), QStringLiteral("Report Age"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuTerra"), QStringLiteral("Value after Terraforming"));
-    addPending(m_overlaysMenu, QStringLiteral("mnuStarGate"), QStringLiteral("Stargate Network"));
+    // Menu overlays draw over the picture as it stands; the next redraw removes them.
+    addOverlay(QStringLiteral("mnuNames"), QStringLiteral("Show Names"), [this] { drawPlanetNames(m_data, m_canvas); });
+    addOverlay(QStringLiteral("mnuIron"), QStringLiteral("Ironium Concentration"),
+               [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Ironium); });
+    addOverlay(QStringLiteral("mnuBora"), QStringLiteral("Boranium Concentration"),
+               [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Boranium); });
+    addOverlay(QStringLiteral("mnuGerm"), QStringLiteral("Germanium Concentration"),
+               [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Germanium); });
+    addOverlay(QStringLiteral("MnuAvgMC"), QStringLiteral("Average Mineral MC"),
+               [this] { drawAverageMineralConcentration(m_data, m_canvas); });
+    addOverlay(QStringLiteral("mnuAge"), QStringLiteral("Report Age"), [this] { drawReportAge(m_data, m_canvas); });
+    m_terraAction = addOverlay(QStringLiteral("mnuTerra"), QStringLiteral("Value after Terraforming"),
+                               [this] { drawTerraformedValues(m_data, m_canvas); });
+    m_stargateAction = addOverlay(QStringLiteral("mnuStarGate"), QStringLiteral("Stargate Network"), [this] {
+        const bool safeOnly =
+            messageSink().question(this, QStringLiteral("Stargate Network"), QStringLiteral("Show Safe gating distance only?"));
+        drawStargateNetwork(m_data, m_canvas, safeOnly);
+    });
 
     QMenu *data = menuBar()->addMenu(QStringLiteral("&Data"));
     data->setObjectName(QStringLiteral("mnuData"));
@@ -102,6 +117,24 @@ void MainWindow::createMenus()
         })->setObjectName(QStringLiteral("mnuKey"));
     help->addAction(QStringLiteral("&Thanks to..."), this, [this] { ThanksDialog(this).exec(); })
         ->setObjectName(QStringLiteral("mnuThanks"));
+}
+
+QAction *MainWindow::addOverlay(const QString &name, const QString &caption, std::function<void()> draw)
+{
+    QAction *action = m_overlaysMenu->addAction(caption);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, [this, draw = std::move(draw)] { runOverlay(draw); });
+    return action;
+}
+
+void MainWindow::runOverlay(const std::function<void()> &draw)
+{
+    try {
+        draw();
+    } catch (const std::exception &e) {
+        showError(QStringLiteral("Drawing the overlay failed: %1").arg(QString::fromUtf8(e.what())));
+    }
+    m_universe->update();
 }
 
 void MainWindow::createControls()
@@ -130,6 +163,9 @@ void MainWindow::createControls()
     m_estHab = new QPushButton(QStringLiteral("Show Est Hab"), m_client);
     m_estHab->setObjectName(QStringLiteral("EstHab"));
     m_estHab->setEnabled(false);
+    connect(m_estHab, &QPushButton::clicked, this, [this] {
+        runOverlay([this] { drawEstimatedHab(m_data, m_canvas, m_combo->currentText(), m_habCarry); });
+    });
 
     m_xyCoord = new QLabel(m_client);
     m_xyCoord->setObjectName(QStringLiteral("XYCoord"));
@@ -282,6 +318,8 @@ void MainWindow::resetWindow()
     m_combo->clear();
     m_combo->setEnabled(false);
     m_estHab->setEnabled(false);
+    m_terraAction->setEnabled(false);
+    m_stargateAction->setEnabled(false);
     m_canvas.cls();
     m_universe->update();
     m_legend->clear();
@@ -327,13 +365,24 @@ void MainWindow::showLegend(const GameData &data)
     }
 }
 
-void MainWindow::enableControls(const GameData &)
+void MainWindow::enableFormatMenus()
+{
+    m_terraAction->setEnabled(true);
+    m_stargateAction->setEnabled(true);
+}
+
+void MainWindow::enableControls(const GameData &data)
 {
     m_combo->setCurrentIndex(0);
     m_combo->setEnabled(true);
     for (int i = 0; i < OverlayButtonCount; ++i)
         m_buttons.setEnabled(i, true);
     m_overlaysMenu->setEnabled(true);
+    // Old-style reports carry no environment, gates or terraforming values.
+    if (data.ReportFormat == 30) {
+        enableFormatMenus();
+        m_estHab->setEnabled(true);
+    }
 }
 
 void MainWindow::showMessage(const QString &text)

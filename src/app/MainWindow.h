@@ -4,6 +4,7 @@
 // and the generation, and every overlay click runs the map redraw.
 
 #include "Canvas.h"
+#include "HabEstimate.h"
 #include "FileSelection.h"
 #include "GameData.h"
 #include "GenerationObserver.h"
@@ -12,6 +13,7 @@
 #include "RedrawHost.h"
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 class MapCanvasWidget;
@@ -52,6 +54,8 @@ protected:
 
 private:
     void createMenus();
+    QAction *addOverlay(const QString &name, const QString &caption, std::function<void()> draw);
+    void runOverlay(const std::function<void()> &draw);
     void createControls();
     void applyLayout();
     void loadData();
@@ -63,6 +67,7 @@ private:
     // GenerationObserver
     void resetWindow() override;
     void setCaption(const QString &caption) override;
+    void enableFormatMenus() override;
     void addRace(const QString &name) override;
     void progressStart(int maximum) override;
     void progressValue(int value) override;
@@ -96,6 +101,10 @@ private:
     std::array<QLabel *, 16> m_raceNames{};
     std::array<QLabel *, 16> m_raceHabs{};
     QMenu *m_overlaysMenu = nullptr;
+    QAction *m_terraAction = nullptr;
+    QAction *m_stargateAction = nullptr;
+    // The estimate's out-of-range count carries from one estimate to the next.
+    HabCarry m_habCarry;
     OpenFileDialog *m_openFile = nullptr;
     LegendWindow *m_key = nullptr;
 };

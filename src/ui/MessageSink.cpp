@@ -11,6 +11,10 @@ public:
         QMessageBox box(QMessageBox::NoIcon, applicationTitle(), text, QMessageBox::Ok, parent);
         box.exec();
     }
+    bool question(QWidget *parent, const QString &title, const QString &text) override
+    {
+        return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    }
 };
 
 MessageBoxSink g_boxes;

@@ -12,6 +12,8 @@ public:
     virtual ~MessageSink() = default;
     // An OK-only message.
     virtual void information(QWidget *parent, const QString &text) = 0;
+    // A Yes/No question with its own title; true for Yes.
+    virtual bool question(QWidget *parent, const QString &title, const QString &text) = 0;
 };
 
 // The application's title, the title of every message box.

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -20,6 +21,12 @@ namespace {
 class RecordingSink : public MessageSink {
 public:
     void information(QWidget *, const QString &text) override { messages << text; }
+    bool question(QWidget *, const QString &, const QString &text) override
+    {
+        messages << text;
+        return answer;
+    }
+    bool answer = true;
     QStringList messages;
 };
 
@@ -100,6 +107,12 @@ private slots:
         }
         QVERIFY(pictureIsBlack(w.raster().image()));
         QVERIFY(m_sink.messages.size() == 1);
+
+        // Menu overlays draw over the picture as it stands.
+        QVERIFY(w.findChild<QPushButton *>(QStringLiteral("EstHab"))->isEnabled());
+        action(w, "mnuStarGate")->trigger();
+        QCOMPARE(m_sink.messages.last(), QStringLiteral("Show Safe gating distance only?"));
+        QVERIFY(!pictureIsBlack(w.raster().image()));
     }
 
     void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()

@@ -23,6 +23,12 @@ namespace {
 class RecordingSink : public MessageSink {
 public:
     void information(QWidget *, const QString &text) override { messages << text; }
+    bool question(QWidget *, const QString &, const QString &text) override
+    {
+        messages << text;
+        return answer;
+    }
+    bool answer = true;
     QStringList messages;
 };
 

@@ -10,6 +10,7 @@
 #include "LegendWindow.h"
 #include "LoadError.h"
 #include "MainWindowLayout.h"
+#include "MapExport.h"
 #include "MapCanvasWidget.h"
 #include "MessageSink.h"
 #include "OpenFileDialog.h"
@@ -23,6 +24,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
@@ -74,7 +76,8 @@ void MainWindow::createMenus()
     file->setObjectName(QStringLiteral("mnuFile"));
     QAction *load = file->addAction(QStringLiteral("Load Data"), this, &MainWindow::loadData);
     load->setObjectName(QStringLiteral("mnuMap"));
-    addPending(file, QStringLiteral("mnuSave"), QStringLiteral("Save Map"));
+    QAction *save = file->addAction(QStringLiteral("Save Map"), this, &MainWindow::saveMap);
+    save->setObjectName(QStringLiteral("mnuSave"));
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
     exit->setObjectName(QStringLiteral("mnuExit"));
@@ -277,6 +280,16 @@ bool MainWindow::generate()
         m_universe->update();
         return false;
     }
+}
+
+void MainWindow::saveMap()
+{
+    // The message comes first, whatever happens next; the file is replaced
+    // only once the new picture is complete.
+    const QString path = mapBitmapPath(m_data);
+    showMessage(QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path));
+    if (m_data.GameDir.trimmed().isEmpty() || !m_raster->save(path))
+        showError(QStringLiteral("%1: the map could not be written").arg(QDir::toNativeSeparators(path)));
 }
 
 void MainWindow::overlayClicked(int)

@@ -59,6 +59,7 @@ private:
     void createControls();
     void applyLayout();
     void loadData();
+    void saveMap();
     void overlayClicked(int button);
     void runRedraw();
     void showError(const QString &text);

@@ -8,6 +8,7 @@
 #include "RasterSurface.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -68,6 +69,24 @@ private slots:
         QVERIFY(pictureIsBlack(w.raster().image()));
     }
 
+    void findsTheGameFolderInTheWinePrefix()
+    {
+        QTemporaryDir prefix;
+        QVERIFY(QDir(prefix.path()).mkpath(QStringLiteral("drive_c/WINDOWS")));
+        QVERIFY(QDir(prefix.path()).mkpath(QStringLiteral("drive_c/Games/STARS")));
+        QFile ini(prefix.filePath(QStringLiteral("drive_c/WINDOWS/stars.ini")));
+        QVERIFY(ini.open(QIODevice::WriteOnly));
+        ini.write("[Misc]\r\nStarsInstallDir=C:\\games\\Stars\r\n");
+        ini.close();
+        qputenv("WINEPREFIX", prefix.path().toLocal8Bit());
+        QCOMPARE(MainWindow().gameData().StartDir, prefix.filePath(QStringLiteral("drive_c/Games/STARS")));
+
+        // Without a settings file the selection opens in the home folder.
+        QVERIFY(ini.remove());
+        QCOMPARE(MainWindow().gameData().StartDir, QDir::homePath());
+        qunsetenv("WINEPREFIX");
+    }
+
     void loadsTheSampleAndDrawsOverlays()
     {
         MainWindow w;
@@ -113,6 +132,24 @@ private slots:
         action(w, "mnuStarGate")->trigger();
         QCOMPARE(m_sink.messages.last(), QStringLiteral("Show Safe gating distance only?"));
         QVERIFY(!pictureIsBlack(w.raster().image()));
+    }
+
+    void savesTheMapBesideTheGame()
+    {
+        QTemporaryDir dir;
+        for (const QString &name : QDir(QStringLiteral(VELTRO_SAMPLES)).entryList({QStringLiteral("MARCHES.*")}))
+            QVERIFY(QFile::copy(QStringLiteral(VELTRO_SAMPLES "/") + name, dir.filePath(name)));
+        MainWindow w;
+        QVERIFY(w.openFileDialog().openOn(dir.filePath(QStringLiteral("MARCHES.map"))));
+        w.openFileDialog().confirm();
+        QVERIFY(w.generate());
+        QTest::mouseClick(w.overlayBar()->button(UniverseButton), Qt::LeftButton);
+        action(w, "mnuSave")->trigger();
+        const QString path = dir.filePath(QStringLiteral("Universe Map.bmp")); // no year given
+        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path)});
+        QImage saved(path, "BMP");
+        QCOMPARE(saved.size(), w.raster().image().size());
+        QCOMPARE(saved.convertToFormat(QImage::Format_RGB32), w.raster().image());
     }
 
     void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()

@@ -77,10 +77,13 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
                      [](const InfluenceSource &a, const InfluenceSource &b) { return a.x < b.x; });
 
     // Per column: the influence totals race by race (one race's cells side
-    // by side, so that a source adds along consecutive memory) and the
-    // number of sources each cell saw. The winner scan empties both again.
+    // by side, so that a source adds along consecutive memory), and the
+    // races present. The winner scan empties the totals again. A cell's
+    // winner needs a total above 0, so a cell that only weak or ownerless
+    // sources reach is left as it is without counting them.
     std::vector<int32_t> totals(size_t(cells) * MaxPlayers);
-    std::vector<int32_t> counts(static_cast<size_t>(cells));
+    std::array<bool, MaxPlayers> present{};
+    std::vector<int> races;
 
     size_t first = 0;
     for (int gx = 0; gx < cells; ++gx) {
@@ -110,6 +113,10 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
             }
             touchedFrom = std::min(touchedFrom, gyFrom);
             touchedTo = std::max(touchedTo, gyTo);
+            if (!present[size_t(src.owner - 1)]) {
+                present[size_t(src.owner - 1)] = true;
+                races.push_back(src.owner);
+            }
             const int32_t *strengthRow = &t.strength[size_t(src.soi) * (Reach + 1)];
             int32_t *raceTotals = &totals[size_t(src.owner - 1) * size_t(cells)];
             for (int gy = gyFrom; gy <= gyTo; ++gy) {
@@ -117,19 +124,18 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
                 const int32_t d2 = dx * dx + dy * dy;
                 if (d2 > MaxSquare)
                     continue;
-                ++counts[size_t(gy)];
                 raceTotals[gy] += strengthRow[t.distanceBySquare[size_t(d2)]];
             }
         }
+        // Only the races present can win; in column order, so that the
+        // lower column keeps a tie.
+        std::sort(races.begin(), races.end());
         for (int gy = touchedFrom; gy <= touchedTo; ++gy) {
-            if (counts[size_t(gy)] == 0)
-                continue;
-            counts[size_t(gy)] = 0;
             int winner = 0;
             int32_t best = 0;
-            for (int k = 1; k <= playerCount; ++k) {
+            for (int k : races) {
                 int32_t &total = totals[size_t(k - 1) * size_t(cells) + size_t(gy)];
-                if (total > best) {
+                if (k <= playerCount && total > best) {
                     best = total;
                     winner = k;
                 }
@@ -140,6 +146,9 @@ void buildTerritoryGrid(const std::vector<InfluenceSource> &sourcesInOrder, int 
                 ++cellsWon[size_t(winner - 1)];
             }
         }
+        for (int k : races)
+            present[size_t(k - 1)] = false;
+        races.clear();
         if (columnDone)
             columnDone(gx);
     }

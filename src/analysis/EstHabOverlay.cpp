@@ -3,39 +3,9 @@
 #include "Colour.h"
 #include "Conversions.h"
 #include "MapView.h"
+#include "HabScale.h"
 #include "PlanetDisc.h"
 
-#include <cstdlib>
-
-namespace {
-
-int32_t estHabColour(int32_t h)
-{
-    if (h < -10)
-        return rgb(255, 0, 0);
-    if (h < 0)
-        return rgb(255, 0, 255);
-    if (h <= 10)
-        return rgb(255, 255, 0);
-    return rgb(0, 255, 0);
-}
-
-// Hostile worlds grow by 3.33 a point, good ones by 1.5 and marginal ones by
-// 12 plus 30, so that -45, -10, 10 and 100 all reach about 150.
-int32_t estHabRadius(int16_t h)
-{
-    int32_t r;
-    if (h < -10)
-        r = conv::toInt32(h * 3.33);
-    else if (h <= 10)
-        r = std::abs(h * 12) + 30;
-    else
-        r = conv::toInt32(h * 1.5);
-    r = std::abs(r);
-    return r < 30 ? 30 : r;
-}
-
-} // namespace
 
 void drawEstimatedHab(const GameData &d, Canvas &canvas, const QString &raceName, HabCarry &carry)
 {
@@ -52,15 +22,9 @@ void drawEstimatedHab(const GameData &d, Canvas &canvas, const QString &raceName
         const int32_t h = estimateHab(race, p, carry);
         if (!inView(d, p))
             continue;
-        int32_t colour = estHabColour(h);
-        int32_t radius;
-        if (p[AgeText].isBlank()) {
-            // Never reported: the estimate rests on nothing.
-            colour = rgb(80, 60, 60);
-            radius = 30;
-        } else {
-            radius = estHabRadius(conv::toInt16(h));
-        }
-        drawPlanetDisc(d, canvas, p, radius, colour);
+        if (p[AgeText].isBlank()) // never reported: the estimate rests on nothing
+            drawPlanetDisc(d, canvas, p, 30, UnexploredColour);
+        else
+            drawPlanetDisc(d, canvas, p, habRadius(conv::toInt16(h)), habColour(h));
     }
 }

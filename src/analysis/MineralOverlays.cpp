@@ -9,8 +9,6 @@
 
 namespace {
 
-const int32_t unexploredGrey = rgb(80, 60, 60);
-
 // A concentration is a whole number as text, or "Unknown" when the planet
 // was never surveyed; anything that is not wholly a number counts as 0.
 int32_t concentrationRadius(const Value &v)
@@ -48,7 +46,7 @@ void drawMineralConcentration(const GameData &d, Canvas &canvas, Mineral mineral
         // Only a planet no report lists gets the grey marker; a surveyed
         // planet without the mineral gets an invisible disc of radius 0.
         if (radius == 0 && p[AgeText].isBlank())
-            drawPlanetDisc(d, canvas, p, 30, unexploredGrey);
+            drawPlanetDisc(d, canvas, p, 30, UnexploredColour);
         else
             drawPlanetDisc(d, canvas, p, radius, colour);
     }
@@ -70,7 +68,7 @@ void drawAverageMineralConcentration(const GameData &d, Canvas &canvas)
         // Boranium alone decides "nothing known": a planet without boranium
         // is grey whatever else it holds.
         if (bora == 0) {
-            drawPlanetDisc(d, canvas, p, 30, unexploredGrey);
+            drawPlanetDisc(d, canvas, p, 30, UnexploredColour);
             continue;
         }
         const int32_t radius = conv::toInt32((iron + bora + germ) / 3);

@@ -17,7 +17,7 @@ void drawTerraformedValues(const GameData &d, Canvas &canvas)
     // A planet the report does not list has no value, which reads as 0.
     for (const PlanetInfo &p : d.Planets)
         if (p[TerraformedHab].val() == 0 && inView(d, p))
-            drawPlanetDisc(d, canvas, p, 30, rgb(80, 60, 60));
+            drawPlanetDisc(d, canvas, p, 30, UnexploredColour);
     // No minimum radius here: a value of 0.3 gives a disc of radius 0.
     for (const PlanetInfo &p : d.Planets) {
         const double v = p[TerraformedHab].val();

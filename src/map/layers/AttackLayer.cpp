@@ -3,6 +3,7 @@
 #include "Colour.h"
 #include "Conversions.h"
 #include "MapView.h"
+#include "PlanetDisc.h"
 
 #include <cmath>
 
@@ -23,9 +24,6 @@ void drawDifficultyOfAttack(const GameData &d, Canvas &canvas)
             red = conv::toInt16(red + 50);
         if (red > 255)
             red = 255;
-        const int32_t colour = rgb(red, 255 - red, 0);
-        s.FillColor = colour;
-        const CanvasPoint c = mapToCanvas(d, p);
-        canvas.circle(c.x, c.y, 50, colour);
+        drawPlanetDisc(d, canvas, p, 50, rgb(red, 255 - red, 0));
     }
 }

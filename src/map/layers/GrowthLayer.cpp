@@ -3,6 +3,7 @@
 #include "Colour.h"
 #include "Conversions.h"
 #include "MapView.h"
+#include "PlanetDisc.h"
 
 #include <cmath>
 
@@ -34,9 +35,6 @@ void drawGrowthLayer(const GameData &d, Canvas &canvas)
         } else {
             green = 255 - red;
         }
-        const int32_t colour = rgb(red, green, blue);
-        s.FillColor = colour;
-        const CanvasPoint c = mapToCanvas(d, p);
-        canvas.circle(c.x, c.y, 50, colour);
+        drawPlanetDisc(d, canvas, p, 50, rgb(red, green, blue));
     }
 }

@@ -1,7 +1,7 @@
 // The file selection window over a real folder: which rows it shows, the
 // messages it gives and the state it keeps between showings.
 
-#include "MessageSink.h"
+#include "RecordingSink.h"
 #include "OpenFileDialog.h"
 
 #include <QCheckBox>
@@ -19,18 +19,6 @@
 #include <memory>
 
 namespace {
-
-class RecordingSink : public MessageSink {
-public:
-    void information(QWidget *, const QString &text) override { messages << text; }
-    bool question(QWidget *, const QString &, const QString &text) override
-    {
-        messages << text;
-        return answer;
-    }
-    bool answer = true;
-    QStringList messages;
-};
 
 void touch(const QString &dir, const QStringList &names)
 {

@@ -2,22 +2,21 @@
 
 #include "AboutDialog.h"
 #include "EstHabOverlay.h"
-#include "MineralOverlays.h"
-#include "PlanetNames.h"
-#include "StargateOverlay.h"
-#include "TerraformOverlay.h"
-#include "Colour.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
 #include "MainWindowLayout.h"
 #include "MapExport.h"
 #include "MapCanvasWidget.h"
 #include "MessageSink.h"
+#include "MineralOverlays.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
+#include "PlanetNames.h"
 #include "RaceLegend.h"
 #include "RasterSurface.h"
+#include "StargateOverlay.h"
 #include "StarsSettings.h"
+#include "TerraformOverlay.h"
 #include "ThanksDialog.h"
 #include "UniverseGenerator.h"
 #include "Version.h"
@@ -25,14 +24,11 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QResizeEvent>
 #include <QTabWidget>
-#include <QToolButton>
 
 namespace {
 
@@ -54,7 +50,7 @@ QAction *addPending(QMenu *menu, const QString &name, const QString &caption)
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
-    : QMainWindow(parent), m_raster(std::make_shared<RasterSurface>(600)), m_legend(nullptr)
+    : QMainWindow(parent), m_raster(std::make_shared<RasterSurface>(600))
 {
     m_canvas.addSurface(m_raster);
     m_redraw = std::make_unique<MapRedraw>(m_data, m_canvas, m_buttons, m_zoom, static_cast<RedrawHost &>(*this));

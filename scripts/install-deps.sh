@@ -3,7 +3,8 @@
 # only those that are missing.
 set -euo pipefail
 
-packages=(cmake g++ make qt6-base-dev libgl-dev libbenchmark-dev xvfb xauth time)
+# Liberation Sans stands in for Arial, the map's font; DejaVu for the rest.
+packages=(cmake g++ make qt6-base-dev libgl-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb xauth time)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -22,7 +22,6 @@ private slots:
         QTest::addColumn<double>("leading");
         QTest::addColumn<QString>("whole");
         QTest::newRow("percent") << "12%" << 12.0 << "-";
-        QTest::newRow("trailing letter") << "-1x" << -1.0 << "-";
         QTest::newRow("word") << "Unknown" << 0.0 << "-";
         QTest::newRow("empty") << "" << 0.0 << "0";
         QTest::newRow("blanks around") << " 3 " << 3.0 << "3";

@@ -1,41 +1,45 @@
 // The file selection window over a real folder: which rows it shows, the
 // messages it gives and the state it keeps between showings.
 
-#include "RecordingSink.h"
 #include "OpenFileDialog.h"
+#include "RecordingSink.h"
+#include "TestGame.h"
 
 #include <QCheckBox>
 #include <QDir>
-#include <QFile>
 #include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
 
 namespace {
 
-void touch(const QString &dir, const QStringList &names)
-{
-    for (const QString &name : names) {
-        QFile file(QDir(dir).filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
-}
+// The selection window over a game folder of its own.
+struct Window {
+    TestGame game;
+    GameData data;
+    FileSelection selection{data};
+    OpenFileDialog dialog{selection, data};
 
-QList<int> shownRows(const OpenFileDialog &dialog)
-{
-    QList<int> rows;
-    for (int i = 0; i <= MaxPlayers; ++i)
-        if (dialog.check(i)->isVisibleTo(&dialog))
-            rows << i;
-    return rows;
-}
+    // Writes empty files of these names and opens the window on game.map.
+    bool openOn(const QStringList &names)
+    {
+        for (const QString &name : names)
+            game.write(name, "");
+        return dialog.openOn(game.path("game.map"));
+    }
+    QList<int> shownRows() const
+    {
+        QList<int> rows;
+        for (int i = 0; i <= MaxPlayers; ++i)
+            if (dialog.check(i)->isVisibleTo(&dialog))
+                rows << i;
+        return rows;
+    }
+};
 
 } // namespace
 
@@ -47,20 +51,15 @@ private slots:
     {
         m_sink.messages.clear();
         setMessageSink(&m_sink);
-        m_game = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_game->isValid());
     }
     void cleanup() { setMessageSink(nullptr); }
 
     void perPlayerGameShowsItsReports()
     {
-        touch(m_game->path(), {"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"});
-        GameData data;
-        FileSelection selection(data);
-        OpenFileDialog dialog(selection, data);
-        QVERIFY(dialog.openOn(m_game->filePath("game.map")));
-
-        QCOMPARE(shownRows(dialog), (QList<int>{1, 3}));
+        Window w;
+        QVERIFY(w.openOn({"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"}));
+        const OpenFileDialog &dialog = w.dialog;
+        QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
         QVERIFY(dialog.check(1)->isChecked());
         QVERIFY(dialog.check(3)->isChecked());
         QCOMPARE(dialog.check(3)->text(), QStringLiteral("game.P3"));
@@ -69,8 +68,8 @@ private slots:
         QVERIFY(dialog.yearBox(3)->isVisibleTo(&dialog));
         QVERIFY(dialog.raceHint()->isVisibleTo(&dialog));
         QVERIFY(dialog.loadButton()->isEnabled());
-        QCOMPARE(data.OwnRace, int16_t(1));
-        QCOMPARE(data.GameDir, dialog.folder());
+        QCOMPARE(w.data.OwnRace, int16_t(1));
+        QCOMPARE(w.data.GameDir, dialog.folder());
         QVERIFY(m_sink.messages.isEmpty());
 
         // The file list shows map files whatever their case, and nothing else.
@@ -80,46 +79,37 @@ private slots:
 
         // Choosing another race moves the option.
         dialog.player(3)->click();
-        QCOMPARE(data.OwnRace, int16_t(3));
+        QCOMPARE(w.data.OwnRace, int16_t(3));
         QVERIFY(!dialog.player(1)->isChecked());
     }
 
     void oldStyleGameShowsOneRow()
     {
-        touch(m_game->path(), {"game.map", "game.PLA", "game.P1"});
-        GameData data;
-        FileSelection selection(data);
-        OpenFileDialog dialog(selection, data);
-        QVERIFY(dialog.openOn(m_game->filePath("game.map")));
-
-        QCOMPARE(shownRows(dialog), QList<int>{0});
-        QCOMPARE(dialog.check(0)->text(), QStringLiteral("Old Report game using game.PLA"));
-        QVERIFY(!dialog.player(0)->isVisibleTo(&dialog));
-        QVERIFY(!dialog.yearBox(0)->isVisibleTo(&dialog));
-        QVERIFY(!dialog.raceHint()->isVisibleTo(&dialog));
+        Window w;
+        QVERIFY(w.openOn({"game.map", "game.PLA", "game.P1"}));
+        QCOMPARE(w.shownRows(), QList<int>{0});
+        QCOMPARE(w.dialog.check(0)->text(), QStringLiteral("Old Report game using game.PLA"));
+        QVERIFY(!w.dialog.player(0)->isVisibleTo(&w.dialog));
+        QVERIFY(!w.dialog.yearBox(0)->isVisibleTo(&w.dialog));
+        QVERIFY(!w.dialog.raceHint()->isVisibleTo(&w.dialog));
     }
 
     void mapWithoutReportsLeavesTheRows()
     {
-        touch(m_game->path(), {"game.map", "game.P2", "lonely.map"});
-        GameData data;
-        FileSelection selection(data);
-        OpenFileDialog dialog(selection, data);
-        QVERIFY(dialog.openOn(m_game->filePath("game.map")));
-        dialog.clickMapFile(QStringLiteral("lonely.map"));
-
+        Window w;
+        QVERIFY(w.openOn({"game.map", "game.P2", "lonely.map"}));
+        w.dialog.clickMapFile(QStringLiteral("lonely.map"));
         QCOMPARE(m_sink.messages, QStringList{QStringLiteral("No Player files found for this map")});
-        QCOMPARE(shownRows(dialog), QList<int>{2});
-        QVERIFY(!dialog.openOn(m_game->filePath("missing.map")));
+        QCOMPARE(w.shownRows(), QList<int>{2});
+        QVERIFY(!w.dialog.openOn(w.game.path("missing.map")));
     }
 
+    // The checks' messages in their order, and what each leaves of the rows.
     void confirmReportsTheFirstFailingCheck()
     {
-        touch(m_game->path(), {"game.map", "game.P1", "game.P3"});
-        GameData data;
-        FileSelection selection(data);
-        OpenFileDialog dialog(selection, data);
-        QVERIFY(dialog.openOn(m_game->filePath("game.map")));
+        Window w;
+        QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
+        OpenFileDialog &dialog = w.dialog;
         dialog.show();
 
         // Report years without a game year.
@@ -137,7 +127,7 @@ private slots:
         // Leaving out the own race rebuilds the rows from the folder.
         m_sink.messages.clear();
         dialog.check(1)->click();
-        QCOMPARE(data.GameFiles[1].included, QStringLiteral("0"));
+        QCOMPARE(w.data.GameFiles[1].included, QStringLiteral("0"));
         dialog.loadButton()->click();
         QCOMPARE(m_sink.messages,
                  QStringList{QStringLiteral("You have not included the datafile you have selected as your race")});
@@ -152,61 +142,52 @@ private slots:
         QVERIFY(m_sink.messages.isEmpty());
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(data.OpenFileCancelled, int16_t(0));
-        QCOMPARE(data.GameYear, int16_t(2400));
-        QCOMPARE(data.GameFiles[1].year, QStringLiteral("2400"));
+        QCOMPARE(w.data.OpenFileCancelled, int16_t(0));
+        QCOMPARE(w.data.GameYear, int16_t(2400));
+        QCOMPARE(w.data.GameFiles[1].year, QStringLiteral("2400"));
     }
 
     void rowsStayBetweenShowings()
     {
-        touch(m_game->path(), {"game.map", "game.P1", "game.P3"});
-        QTemporaryDir elsewhere;
-        GameData data;
-        FileSelection selection(data);
-        OpenFileDialog dialog(selection, data);
-        QVERIFY(dialog.openOn(m_game->filePath("game.map")));
+        Window w;
+        QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
+        OpenFileDialog &dialog = w.dialog;
         dialog.show();
         dialog.check(3)->click();
         dialog.yearBox(1)->setText(QStringLiteral("2405"));
         dialog.cancelButton()->click();
         QVERIFY(!dialog.isVisible());
-        QCOMPARE(data.OpenFileCancelled, int16_t(1));
+        QCOMPARE(w.data.OpenFileCancelled, int16_t(1));
 
         dialog.show();
-        QCOMPARE(dialog.folder(), QDir(m_game->path()).absolutePath());
-        QCOMPARE(shownRows(dialog), (QList<int>{1, 3}));
+        QCOMPARE(dialog.folder(), QDir(w.game.dir()).absolutePath());
+        QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
         QVERIFY(!dialog.check(3)->isChecked());
         QCOMPARE(dialog.yearBox(1)->text(), QStringLiteral("2405"));
 
         // Another folder keeps the rows but no longer names the game's.
+        QTemporaryDir elsewhere;
         dialog.goToFolder(elsewhere.path());
-        QCOMPARE(data.GameDir, QStringLiteral(" "));
-        QCOMPARE(shownRows(dialog), (QList<int>{1, 3}));
-        QCOMPARE(data.GameFiles[3].included, QStringLiteral("0"));
+        QCOMPARE(w.data.GameDir, QStringLiteral(" "));
+        QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
+        QCOMPARE(w.data.GameFiles[3].included, QStringLiteral("0"));
     }
 
+    // The game's install folder, or the home folder when it is not there.
     void opensOnTheInstallFolder()
     {
-        GameData data;
-        FileSelection selection(data);
-        data.StartDir = m_game->path();
-        OpenFileDialog dialog(selection, data);
-        dialog.show();
-        QCOMPARE(dialog.folder(), QDir(m_game->path()).absolutePath());
-        QCOMPARE(data.GameDir, QStringLiteral(" "));
-        QVERIFY(!dialog.loadButton()->isEnabled());
-
-        GameData elsewhere;
-        FileSelection otherSelection(elsewhere);
-        elsewhere.StartDir = QStringLiteral("Q:\\Stars");
-        OpenFileDialog fallback(otherSelection, elsewhere);
-        fallback.show();
-        QCOMPARE(fallback.folder(), QDir::homePath());
+        Window w, fallback;
+        w.data.StartDir = w.game.dir();
+        w.dialog.show();
+        QCOMPARE(w.dialog.folder(), QDir(w.game.dir()).absolutePath());
+        QVERIFY(!w.dialog.loadButton()->isEnabled());
+        fallback.data.StartDir = QStringLiteral("Q:\\Stars");
+        fallback.dialog.show();
+        QCOMPARE(fallback.dialog.folder(), QDir::homePath());
     }
 
 private:
     RecordingSink m_sink;
-    std::unique_ptr<QTemporaryDir> m_game; // a fresh game folder for each case
 };
 
 QTEST_MAIN(OpenFileDialogTest)

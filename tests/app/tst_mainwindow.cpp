@@ -127,6 +127,19 @@ private slots:
         QCOMPARE(m_sink.messages, QStringList{QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path)});
         QImage saved(path, "BMP");
         QCOMPARE(saved.convertToFormat(QImage::Format_RGB32), w.raster().image());
+
+        // A drawing fault (an annotation colour outside 1..7) ends the redraw
+        // with one message; the layers drawn so far stay and the window works on.
+        QFile annotations(dir.filePath(QStringLiteral("MARCHES.VMK")));
+        QVERIFY(annotations.open(QIODevice::WriteOnly));
+        annotations.write("L,1,1,500,500,9\r\n");
+        annotations.close();
+        m_sink.messages.clear();
+        QTest::mouseClick(w.overlayBar()->button(VmkButton), Qt::LeftButton);
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].startsWith(QStringLiteral("Drawing the map failed")));
+        QVERIFY(!pictureIsBlack(w.raster().image()));
+        QVERIFY(w.overlayBar()->button(UniverseButton)->isEnabled());
     }
 
     void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()

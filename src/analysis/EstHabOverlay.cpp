@@ -10,10 +10,7 @@
 void drawEstimatedHab(const GameData &d, Canvas &canvas, const QString &raceName, HabCarry &carry)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 15;
-    s.FillStyle = 0;
-    s.DrawStyle = 5;
-    s.DrawWidth = 1;
+    s.set(15, 5, 1, 0);
     const HabBounds race = habBoundsOf(d, raceName);
     carry.gravityRatio = carry.temperatureRatio = carry.radiationRatio = 0.0;
     for (const PlanetInfo &p : d.Planets) {

@@ -55,10 +55,7 @@ void drawMineralConcentration(const GameData &d, Canvas &canvas, Mineral mineral
 void drawAverageMineralConcentration(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.FillStyle = 0;
-    s.DrawStyle = 5;
-    s.DrawWidth = 1;
-    s.DrawMode = 13;
+    s.set(13, 5, 1, 0);
     for (const PlanetInfo &p : d.Planets) {
         if (!inView(d, p))
             continue;
@@ -79,10 +76,7 @@ void drawAverageMineralConcentration(const GameData &d, Canvas &canvas)
 void drawReportAge(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 13;
-    s.DrawStyle = 0;
-    s.DrawWidth = 1;
-    s.FillStyle = 0;
+    s.set(13, 0, 1, 0);
     for (const PlanetInfo &p : d.Planets) {
         // A planet never reported has no age and no "Current": no disc.
         const double age = p[ReportAge].val();

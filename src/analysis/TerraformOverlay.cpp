@@ -10,10 +10,7 @@
 void drawTerraformedValues(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.FillStyle = 0;
-    s.DrawStyle = 5;
-    s.DrawWidth = 1;
-    s.DrawMode = 13;
+    s.set(13, 5, 1, 0);
     // A planet the report does not list has no value, which reads as 0.
     for (const PlanetInfo &p : d.Planets)
         if (p[TerraformedHab].val() == 0 && inView(d, p))

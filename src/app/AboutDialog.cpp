@@ -1,11 +1,11 @@
 #include "AboutDialog.h"
 
 #include "MessageSink.h"
+#include "OkButton.h"
 #include "Version.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 AboutDialog::AboutDialog(QWidget *parent) : QDialog(parent)
@@ -23,11 +23,7 @@ AboutDialog::AboutDialog(QWidget *parent) : QDialog(parent)
     m_version->setObjectName(QStringLiteral("lblVersion"));
     m_version->setAlignment(Qt::AlignCenter);
 
-    auto *buttons = new QDialogButtonBox;
-    QPushButton *ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    QDialogButtonBox *buttons = okButtonBox(this);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(title);

@@ -1,7 +1,8 @@
 #include "ThanksDialog.h"
 
+#include "OkButton.h"
+
 #include <QDialogButtonBox>
-#include <QPushButton>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -51,11 +52,7 @@ ThanksDialog::ThanksDialog(QWidget *parent) : QDialog(parent)
     text->setObjectName(QStringLiteral("Acknowledgements"));
     text->setHtml(QString::fromUtf8(Acknowledgements));
 
-    auto *buttons = new QDialogButtonBox;
-    QPushButton *ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    QDialogButtonBox *buttons = okButtonBox(this);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(text);

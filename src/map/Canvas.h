@@ -21,6 +21,16 @@ struct DrawingState {
     float CurrentX = 0;
     float CurrentY = 0;
     double FontSize = 8;
+
+    // The four values nearly every layer sets before it draws, in the order
+    // DrawMode, DrawStyle, DrawWidth, FillStyle.
+    void set(int drawMode, int drawStyle, int drawWidth, int fillStyle)
+    {
+        DrawMode = drawMode;
+        DrawStyle = drawStyle;
+        DrawWidth = drawWidth;
+        FillStyle = fillStyle;
+    }
 };
 
 struct Dot {

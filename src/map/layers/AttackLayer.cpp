@@ -10,10 +10,7 @@
 void drawDifficultyOfAttack(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 13;
-    s.DrawStyle = 0;
-    s.DrawWidth = 1;
-    s.FillStyle = 0;
+    s.set(13, 0, 1, 0);
     for (const PlanetInfo &p : d.Planets) {
         const double population = p[Population].val();
         if (!(population > 0) || !inView(d, p))

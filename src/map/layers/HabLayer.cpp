@@ -7,10 +7,7 @@
 void drawHabLayer(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 15;
-    s.FillStyle = 0;
-    s.DrawStyle = 5;
-    s.DrawWidth = 1;
+    s.set(15, 5, 1, 0);
     for (const PlanetInfo &p : d.Planets) {
         if (p[Hab].isBlank() || !inView(d, p))
             continue;

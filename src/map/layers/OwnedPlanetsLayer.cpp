@@ -12,10 +12,7 @@ bool isOwned(const PlanetInfo &p) { return p[OwnerIndex].val() > 0; }
 void drawOwnedPlanets(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 13;
-    s.DrawStyle = 0;
-    s.DrawWidth = 1;
-    s.FillStyle = 0;
+    s.set(13, 0, 1, 0);
     s.FillColor = rgb(0, 0, 0);
     // All black surrounds first, so no surround covers a neighbour's marker.
     for (const PlanetInfo &p : d.Planets) {

@@ -21,10 +21,7 @@ void scannerPass(const GameData &d, Canvas &canvas, int field, int32_t colour)
 void drawScannedPlanets(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawMode = 13;
-    s.DrawStyle = 0;
-    s.FillStyle = 0;
-    s.DrawWidth = 4;
+    s.set(13, 0, 4, 0);
     if (d.ReportFormat == 30) {
         // The second scanner paints over the first.
         scannerPass(d, canvas, ScannerRange, rgb(64, 0, 0));

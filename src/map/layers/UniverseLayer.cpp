@@ -6,10 +6,7 @@
 void drawUniverse(const GameData &d, Canvas &canvas)
 {
     DrawingState &s = canvas.state();
-    s.DrawStyle = 0;
-    s.DrawWidth = 2;
-    s.DrawMode = 13;
-    s.FillStyle = 0;
+    s.set(13, 0, 2, 0);
     s.FillColor = rgb(0, 0, 0);
     for (const PlanetInfo &p : d.Planets) {
         if (!inView(d, p))

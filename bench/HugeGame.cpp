@@ -17,7 +17,7 @@ HugeGame::HugeGame()
     if (!m_dir.isValid())
         throw std::runtime_error("cannot create a temporary folder");
     gamegen::GameOptions options;
-    options.mapPath = QStringLiteral(VELTRO_SHARED_MAPS "/huge-packed-00001.map");
+    options.mapPath = QStringLiteral(VELTRO_TEST_MAPS "/huge-packed-00001.map");
     options.outDir = m_dir.path();
     options.players = 16;
     options.gameYear = GameYear;

@@ -67,10 +67,9 @@ private slots:
     void realMaps_data()
     {
         QTest::addColumn<QString>("map");
-        const QStringList maps = QDir(VELTRO_SHARED_MAPS).entryList({"*.map"}, QDir::Files);
-        QVERIFY(!maps.isEmpty());
-        for (const QString &map : maps)
-            QTest::newRow(qPrintable(map)) << map;
+        for (const char *map : {"huge-packed-00001.map", "small-normal-00001.map", "tiny-packed-00001.map",
+                                "tiny-sparse-00001.map"})
+            QTest::newRow(map) << QString::fromLatin1(map);
     }
     // A game on the real map with every planet owned by one of 16 races;
     // then many random sources, some stacked, some without an owner.
@@ -78,7 +77,8 @@ private slots:
     {
         QFETCH(QString, map);
         TestGame game;
-        QVERIFY(QFile::copy(QDir(VELTRO_SHARED_MAPS).filePath(map), game.path("game.map")));
+        const QString source = QDir(VELTRO_TEST_MAPS).filePath(map);
+        QVERIFY2(QFile::copy(source, game.path("game.map")), qPrintable(source + ": missing test map"));
         QRandomGenerator random(uint(qHash(map)));
         const char *starbases[] = {"None", "None", "Space Dock", "Death Star"};
         QList<QByteArray> lines;

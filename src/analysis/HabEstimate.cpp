@@ -8,11 +8,16 @@ namespace {
 
 // Bounds edited down to a point, or a race nobody matched (all bounds 0),
 // must stop the estimate rather than score a planet infinitely well.
-double divide(double a, double b)
+using conv::divide;
+
+// Runs one axis's part of the estimate; a division by zero names the axis.
+template <typename Work> auto onAxis(PlanetField axis, Work work)
 {
-    if (b == 0.0)
-        throw conv::DivisionByZeroError();
-    return a / b;
+    try {
+        return work();
+    } catch (const conv::DivisionByZeroError &) {
+        throw HabAxisError(axis);
+    }
 }
 
 // The game's text round trip: a number written with 15 significant digits
@@ -29,16 +34,18 @@ double axisRatio(double v, double lo, double hi, double centre)
 
 } // namespace
 
+HabBounds habBounds(const PlayerInfo &race)
+{
+    return {race[MinGrav].val(), race[MaxGrav].val(), race[MinTemp].val(),
+            race[MaxTemp].val(), race[MinRad].val(),  race[MaxRad].val()};
+}
+
 HabBounds habBoundsOf(const GameData &d, const QString &raceName)
 {
     HabBounds b;
-    for (int k = 1; k <= MaxPlayers; ++k) {
-        const PlayerInfo &race = d.player(k);
-        if (!race[RaceName].is(raceName))
-            continue;
-        b = {race[MinGrav].val(), race[MaxGrav].val(), race[MinTemp].val(),
-             race[MaxTemp].val(), race[MinRad].val(),  race[MaxRad].val()};
-    }
+    for (int k = 1; k <= MaxPlayers; ++k)
+        if (d.player(k)[RaceName].is(raceName))
+            b = habBounds(d.player(k));
     return b;
 }
 
@@ -72,15 +79,19 @@ void computeHabRatios(const HabBounds &race, double gravity, double temperature,
                       HabCarry &carry)
 {
     carry.outOfRange = 3;
-    // The gravity centre is found on the game's scale, not halfway in g:
-    // 1 g to 2 g centres on 1.48 g, not 1.5 g.
-    const int16_t sum = conv::toInt16(double(gravityToScale(race.minGrav)) + gravityToScale(race.maxGrav));
-    const double gravityCentre = scaleToGravity(conv::floorInt32(sum / 2.0));
-    const double temperatureCentre = (race.minTemp + race.maxTemp) / 2;
-    const double radiationCentre = (race.minRad + race.maxRad) / 2;
-    carry.gravityRatio = axisRatio(gravity, race.minGrav, race.maxGrav, gravityCentre);
-    carry.temperatureRatio = axisRatio(temperature, race.minTemp, race.maxTemp, temperatureCentre);
-    carry.radiationRatio = axisRatio(radiation, race.minRad, race.maxRad, radiationCentre);
+    carry.gravityRatio = onAxis(Gravity, [&] {
+        // The gravity centre is found on the game's scale, not halfway in g:
+        // 1 g to 2 g centres on 1.48 g, not 1.5 g.
+        const int16_t sum = conv::toInt16(double(gravityToScale(race.minGrav)) + gravityToScale(race.maxGrav));
+        const double centre = scaleToGravity(conv::floorInt32(sum / 2.0));
+        return axisRatio(gravity, race.minGrav, race.maxGrav, centre);
+    });
+    carry.temperatureRatio = onAxis(Temperature, [&] {
+        return axisRatio(temperature, race.minTemp, race.maxTemp, (race.minTemp + race.maxTemp) / 2);
+    });
+    carry.radiationRatio = onAxis(Radiation, [&] {
+        return axisRatio(radiation, race.minRad, race.maxRad, (race.minRad + race.maxRad) / 2);
+    });
 }
 
 int32_t scoreHabRatios(HabCarry &carry)

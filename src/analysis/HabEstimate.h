@@ -31,6 +31,16 @@ struct HabCarry {
     int32_t outOfRange = 0;        // axes with a negative ratio
 };
 
+// A ratio that divided by zero, with the planet field of its axis
+// (Gravity, Temperature or Radiation).
+struct HabAxisError : conv::DivisionByZeroError {
+    explicit HabAxisError(PlanetField axis) : axis(axis) {}
+    PlanetField axis;
+};
+
+// Race column's six bounds.
+HabBounds habBounds(const PlayerInfo &race);
+
 // The bounds of the race called `raceName`: every column is tried and the
 // last match wins; all 0 when no column matches. "" matches unused columns.
 HabBounds habBoundsOf(const GameData &d, const QString &raceName);

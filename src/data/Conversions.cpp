@@ -119,6 +119,13 @@ int32_t intDiv(int32_t a, int32_t b)
     return a / b;
 }
 
+double divide(double a, double b)
+{
+    if (b == 0.0)
+        throw DivisionByZeroError();
+    return a / b;
+}
+
 double round2(double x)
 {
     return roundHalfEven(x * 100.0) / 100.0;

@@ -51,6 +51,10 @@ int32_t floorInt32(double x);
 // Integer division truncating towards zero; DivisionByZeroError for b = 0.
 int32_t intDiv(int32_t a, int32_t b);
 
+// a / b for doubles; DivisionByZeroError for b = 0, as the game's own
+// arithmetic stops there instead of going on with an infinity.
+double divide(double a, double b);
+
 // Round(x, 2): half to even of x * 100, divided by 100.
 double round2(double x);
 

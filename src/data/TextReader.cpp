@@ -4,6 +4,7 @@
 #include "LoadError.h"
 
 #include <QFile>
+#include <algorithm>
 
 namespace {
 
@@ -25,6 +26,21 @@ QString decodeWindows1252(const char *data, qsizetype size)
         out[i] = (b >= 0x80 && b < 0xA0) ? QChar(cp1252High[b - 0x80]) : QChar(b);
     }
     return s;
+}
+
+QByteArray encodeWindows1252(const QString &text)
+{
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        char b = '?';
+        if (c < 0x80 || (c >= 0xA0 && c < 0x100))
+            b = char(c);
+        else if (const auto *high = std::find(std::begin(cp1252High), std::end(cp1252High), c); high != std::end(cp1252High))
+            b = char(0x80 + (high - cp1252High));
+        bytes[i] = b;
+    }
+    return bytes;
 }
 
 TextReader::TextReader(const QString &path) : m_name(path)

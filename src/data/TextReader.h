@@ -46,3 +46,5 @@ private:
 
 // Windows-1252 text; its five undefined bytes read as Latin-1.
 QString decodeWindows1252(const char *data, qsizetype size);
+// The other way; characters Windows-1252 lacks become "?".
+QByteArray encodeWindows1252(const QString &text);

@@ -1,0 +1,52 @@
+#pragma once
+// The pointer over the map canvas: motion and clicks, in canvas units.
+// Motion updates the readout (where the pointer is, which planet lies
+// under it) and moves the floating rubber band and zoom square. A click
+// goes to the drawing tool chosen, else to the zoom's corners, else to the
+// planet lookup that fills the detail panel.
+
+#include "AnnotationTools.h"
+#include "GameData.h"
+#include "MapRedraw.h"
+#include "PlanetDetail.h"
+#include "ZoomTool.h"
+
+#include <QList>
+#include <QString>
+
+class InteractionHost;
+
+// The drawing tools, in the order of their option buttons.
+enum class DrawTool { StopDrawing, Circle, Line, Text };
+
+struct PointerReadout {
+    QString XYCoord;   // " X:412 Y:1730"
+    QString thePlanet; // " Deep Space", or " " + the planet's name
+    QString toolTip;   // the map's tooltip
+};
+
+class MapPointer {
+public:
+    MapPointer(GameData &data, ZoomFlags &zoom, ZoomTool &zoomTool, AnnotationTools &annotations,
+               PlanetDetail &detail);
+
+    DrawTool tool = DrawTool::StopDrawing;
+    const PointerReadout &readout() const { return m_readout; }
+
+    void mouseMove(float x, float y);
+    // The planets that filled the panel, in table order (the last one is
+    // what the panel shows). PanelFillError when a planet's value cannot be
+    // converted; the zoom's and tools' own errors pass through.
+    QList<int> mouseDown(float x, float y, InteractionHost &host);
+
+    // The planets under the pointer, in table order.
+    QList<int> pickedAt(float x, float y) const;
+
+private:
+    GameData &d;
+    ZoomFlags &zoom;
+    ZoomTool &zoomTool;
+    AnnotationTools &annotations;
+    PlanetDetail &detail;
+    PointerReadout m_readout;
+};

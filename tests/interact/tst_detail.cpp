@@ -1,0 +1,168 @@
+// The planet detail panel filled from hand-made planets: the labels' rules,
+// the two pies' slices and the hab of every race.
+
+#include "PlanetDetail.h"
+#include "TraceScene.h"
+
+#include <QTest>
+#include <numbers>
+
+namespace {
+
+// A race tolerating 0.12..8 g, -200..200 degrees, 0..100 radiation.
+void addWideRace(GameData &d, const QString &name)
+{
+    PlayerInfo &race = d.player(++d.PlayerCount);
+    race[RaceName] = Value(name);
+    race[MinGrav] = Value(0.12);
+    race[MaxGrav] = Value(8.0);
+    race[MinTemp] = Value(-200.0);
+    race[MaxTemp] = Value(200.0);
+    race[MinRad] = Value(0.0);
+    race[MaxRad] = Value(100.0);
+}
+
+QString label(const PlanetDetail &p, DetailLabel l) { return p.labels[size_t(l)]; }
+
+QList<double> degreesOf(const std::vector<PieSlice> &slices)
+{
+    QList<double> out;
+    for (const PieSlice &s : slices)
+        out << qRound(s.start * 180 / std::numbers::pi * 1000) / 1000.0 << qRound(s.end * 180 / std::numbers::pi * 1000) / 1000.0;
+    return out;
+}
+
+} // namespace
+
+class DetailTest : public QObject {
+    Q_OBJECT
+private slots:
+    // A fully reported planet, then one never reported without an owner.
+    void labels()
+    {
+        GameData d = smallGame();
+        addPlanet(d, 1, 1, "  3 years old ",
+                  {{Name, u"Alpha"}, {Owner, u"Humans"}, {Starbase, u"Space Dock"}, {Population, 12300.0},
+                   {Hab, 42.5}, {SOI, 37.0}, {IronMR, u"Remote"}, {BoraMR, 12.0}, {IronMC, 30.0},
+                   {StoredGerm, u"Unknown"}, {AttackScore, 17}, {Defenses, u"45%"}});
+        addPlanet(d, 2, 2, {}, {{Name, u"Beta"}, {Hab, 80.0}});
+        PlanetDetail panel;
+        HabCarry carry;
+        panel.fill(d, 1, carry);
+        QCOMPARE(label(panel, ReportAgeLabel), "3 years old");
+        QCOMPARE(label(panel, HabValueLabel), "42.5%");
+        QCOMPARE(label(panel, OwnerLabel), "Humans");
+        QCOMPARE(label(panel, StarsScoreLabel), "17");
+        QCOMPARE(label(panel, SoiLabel), "37 l.y.");
+        QCOMPARE(label(panel, IronMctLabel), "30 ");
+        QCOMPARE(label(panel, BoraMctLabel), " ");
+        QCOMPARE(QStringList({label(panel, IronMrLabel), label(panel, BoraMrLabel), label(panel, GermMrLabel)}),
+                 QStringList({"Remote ", "Remote ", "Remote "}));
+        QCOMPARE(label(panel, GermSLabel), "Unknown ");
+
+        panel.fill(d, 2, carry);
+        QCOMPARE(label(panel, ReportAgeLabel), "Unexplored");
+        QCOMPARE(label(panel, HabValueLabel), "?%");
+        QCOMPARE(label(panel, OwnerLabel), "None");
+        QCOMPARE(label(panel, SoiLabel), "0 l.y.");
+        QCOMPARE(label(panel, IronMrLabel), " ");
+    }
+
+    void pies_data()
+    {
+        QTest::addColumn<QStringList>("amounts");
+        QTest::addColumn<QList<double>>("degrees");
+        QTest::newRow("30 30 40") << QStringList{"30", "30", "40"} << QList<double>{1, 108, 108, 216, 216, 360};
+        QTest::newRow("no ironium: the long way round")
+            << QStringList{"0", "50", "50"} << QList<double>{1, 0, 0, 180, 180, 360};
+        QTest::newRow("all 0") << QStringList{"0", "0", "0"} << QList<double>{};
+        QTest::newRow("all words") << QStringList{"Unknown", "", "x"} << QList<double>{};
+        QTest::newRow("halves to even") << QStringList{"2.5", "1.5", "0"} << QList<double>{1, 180, 180, 360, 360, 360};
+    }
+    void pies()
+    {
+        QFETCH(QStringList, amounts);
+        GameData d = smallGame();
+        addPlanet(d, 1, 1, "Current", {{IronMC, amounts[0]}, {BoraMC, amounts[1]}, {GermMC, amounts[2]},
+                                       {StoredIron, 1.0}});
+        PlanetDetail panel;
+        HabCarry carry;
+        panel.fill(d, 1, carry);
+        QTEST(degreesOf(panel.Pie1.slices()), "degrees");
+        if (!panel.Pie1.slices().empty())
+            QCOMPARE(panel.Pie1.slices()[0].fillColour, colour(0, 0, 255));
+        // The stored pie: all ironium, from one degree round to the full turn.
+        QCOMPARE(degreesOf(panel.Pie2.slices()), QList<double>({1, 360, 360, 360, 360, 360}));
+    }
+
+    // A word where the leading numbers add up, and amounts that round to a
+    // total of 0: the fill stops naming the planet and the field.
+    void fillFailures_data()
+    {
+        QTest::addColumn<QStringList>("amounts");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("word") << QStringList{"30", "abc", "1"} << "planet 1 \"Rock\": BoraMC: Type mismatch";
+        QTest::newRow("rounds to 0") << QStringList{"0.4", "0.2", "0.5"} << "planet 1 \"Rock\": IronMC: Division by zero";
+    }
+    void fillFailures()
+    {
+        QFETCH(QStringList, amounts);
+        GameData d = smallGame();
+        addPlanet(d, 1, 1, "Current", {{Name, u"Rock"}, {IronMC, amounts[0]}, {BoraMC, amounts[1]}, {GermMC, amounts[2]}});
+        PlanetDetail panel;
+        HabCarry carry;
+        try {
+            panel.fill(d, 1, carry);
+            QFAIL("the fill went through");
+        } catch (const PanelFillError &e) {
+            QTEST(e.message, "message");
+        }
+        QCOMPARE(label(panel, PlanetNameLabel), "Rock");
+        QCOMPARE(label(panel, Grav1Label), QString());
+    }
+
+    // Every race scored on the "Current" environment; a planet without a
+    // gravity reading scores what the click carried; old-style reports
+    // leave the tab alone.
+    void habPerRace()
+    {
+        GameData d = smallGame();
+        addWideRace(d, "Wide");
+        addWideRace(d, "Narrow");
+        d.player(2)[MaxTemp] = Value(0.0); // centre -100: a planet at 0 degrees lies on the bound
+        addPlanet(d, 1, 1, "Current", {{Gravity, u"0.96"}, {Temperature, u"0"}, {Radiation, u"50mR"},
+                                       {Gravity2, u"1.2"}});
+        addPlanet(d, 2, 2, "Current", {{Gravity, u"Unknown"}});
+        PlanetDetail panel;
+        panel.nameRaces(d);
+        QCOMPARE(panel.RName[1], "Narrow");
+        QCOMPARE(panel.RName[2], QString());
+        HabCarry fresh;
+        panel.fill(d, 2, fresh);
+        QCOMPARE(panel.RHab[0], "0%");
+        HabCarry carry;
+        panel.fill(d, 1, carry);
+        QCOMPARE(label(panel, Grav2Label), "1.2");
+        QCOMPARE(QList<QString>({panel.RHab[0], panel.RHab[1], panel.RHab[2]}), QList<QString>({"100%", "66%", ""}));
+        panel.fill(d, 2, carry); // carries the last race's ratios (1, 0, 1)
+        QCOMPARE(panel.RHab[0], "66%");
+
+        d.ReportFormat = 20;
+        panel.fill(d, 2, carry);
+        QCOMPARE(label(panel, Rad2Label), "Unavailable");
+        QCOMPARE(panel.RHab[0], "66%");
+
+        // Bounds edited to a point stop the fill on that axis.
+        d.ReportFormat = 30;
+        d.player(1)[MinRad] = d.player(1)[MaxRad] = Value(50.0);
+        try {
+            panel.fill(d, 1, carry);
+            QFAIL("the fill went through");
+        } catch (const PanelFillError &e) {
+            QCOMPARE(e.message, "planet 1 \"\": Radiation: Division by zero");
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(DetailTest)
+#include "tst_detail.moc"

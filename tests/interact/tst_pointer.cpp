@@ -1,0 +1,263 @@
+// The pointer over the map: the readout and the pick box at their edges,
+// the zoom's two corners, and the annotation tools' records and refusals.
+
+#include "AnnotationFile.h"
+#include "InteractionHost.h"
+#include "MapPointer.h"
+#include "TraceRecorder.h"
+#include "TraceScene.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// The map with its pointer, as the window wires them: button clicks redraw,
+// prompts answer from a queue, messages are kept.
+struct Scene : InteractionHost, RedrawHost {
+    GameData d;
+    QByteArray trace;
+    Canvas canvas{15000};
+    OverlayButtons buttons;
+    ZoomFlags zoom;
+    MapRedraw mapRedraw{d, canvas, buttons, zoom, *this};
+    ZoomTool zoomTool{d, zoom, buttons, canvas};
+    AnnotationTools annotations{d, canvas};
+    PlanetDetail detail;
+    MapPointer pointer{d, zoom, zoomTool, annotations, detail};
+    QStringList answers;
+    QStringList messages;
+    int redraws = 0;
+
+    explicit Scene(GameData game) : d(std::move(game))
+    {
+        canvas.addSurface(std::make_shared<TraceRecorder>(trace));
+        buttons.onClick = [this](int) { redraw(); };
+        zoomTool.random = [] { return 0.99; }; // steps of +10
+    }
+    void redraw() override
+    {
+        ++redraws;
+        mapRedraw.redrawUniverse();
+    }
+    QString askText(const QString &, const QString &, const QString &) override
+    {
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    }
+    void showMessage(const QString &text) override { messages << text; }
+    QList<int> click(float x, float y) { return pointer.mouseDown(x, y, *this); }
+};
+
+// Planets "A" at (100, 100) and "B" at (103, 102): canvas (1000, 1000) and (1030, 1020) at Scale 10.
+GameData twoPlanets()
+{
+    GameData d = smallGame();
+    addPlanet(d, 100, 100, "Current", {{Name, u"A"}});
+    addPlanet(d, 103, 102, "Current", {{Name, u"B"}});
+    return d;
+}
+
+} // namespace
+
+class PointerTest : public QObject {
+    Q_OBJECT
+private slots:
+    void pickBoxEdges_data()
+    {
+        QTest::addColumn<float>("x");
+        QTest::addColumn<float>("y");
+        QTest::addColumn<QString>("planet");
+        QTest::newRow("60 right and below") << 1060.0f << 1060.0f << " A";
+        QTest::newRow("61 right") << 1061.0f << 1000.0f << " Deep Space";
+        QTest::newRow("61 below") << 1000.0f << 1061.0f << " Deep Space";
+        QTest::newRow("20 left and above") << 980.0f << 980.0f << " A";
+        QTest::newRow("21 left") << 979.0f << 1000.0f << " Deep Space";
+        QTest::newRow("21 above") << 1000.0f << 979.0f << " Deep Space";
+        QTest::newRow("both in reach: the later") << 1040.0f << 1040.0f << " B";
+    }
+    void pickBoxEdges()
+    {
+        QFETCH(float, x);
+        QFETCH(float, y);
+        QFETCH(QString, planet);
+        GameData d = twoPlanets();
+        d.planet(2)[X] = Value(500); // B out of the way unless asked for
+        if (QByteArray(QTest::currentDataTag()).startsWith("both"))
+            d.planet(2)[X] = Value(103);
+        Scene s(std::move(d));
+        s.pointer.mouseMove(x, y);
+        QCOMPARE(s.pointer.readout().thePlanet, planet);
+        QCOMPARE(s.pointer.readout().toolTip,
+                 planet == u" Deep Space" ? QString() : "Click for more information on" + planet);
+    }
+
+    // The readout floors, adds the view minimum, and keeps the planet label
+    // while a zoom is armed; a first motion before any game sets Scale to 1.
+    void readout()
+    {
+        Scene blank{GameData()};
+        blank.pointer.mouseMove(123.7f, 45.0f);
+        QCOMPARE(blank.d.Scale, 1.0);
+        QCOMPARE(blank.pointer.readout().XYCoord, " X:123 Y:45");
+
+        Scene s(twoPlanets());
+        zoomToCentre(s.d); // Scale 20 from (250, 250)
+        s.pointer.mouseMove(39.9f, 20.0f);
+        QCOMPARE(s.pointer.readout().XYCoord, " X:251 Y:251");
+        s.d.setFullView();
+        s.pointer.mouseMove(1000, 1000);
+        QCOMPARE(s.pointer.readout().thePlanet, " A");
+        s.zoom.ZoomState = 1;
+        s.pointer.mouseMove(5000, 5000);
+        QCOMPARE(s.pointer.readout().thePlanet, " A");
+        QCOMPARE(s.pointer.readout().XYCoord, " X:500 Y:500");
+    }
+
+    // Scale 4, corners from (1002, 1006) with a square 400 wide: the view
+    // (250, 252)-(350, 352) at Scale 100, the grid released and disabled.
+    void zoomWorkedExample()
+    {
+        GameData d = twoPlanets();
+        d.UniverseExtent = 3500;
+        d.setFullView();
+        Scene s(std::move(d));
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            s.buttons.setEnabled(i, true);
+        s.buttons.setPressedQuietly(TerritoryButton, true);
+        s.buttons.setPressed(ZoomInButton, true);
+        QCOMPARE(s.zoom.ZoomState, int16_t(1));
+        QCOMPARE(s.click(1002, 1006), QList<int>());
+        QCOMPARE(s.d.OriginX, 250);
+        QCOMPARE(s.d.OriginY, 252);
+        QVERIFY(!s.buttons.enabled(ZoomInButton) && !s.buttons.enabled(ClearMapButton));
+        s.pointer.mouseMove(602, 3000); // left of the corner: the square still grows right
+        QCOMPARE(s.zoomTool.box().width, 400.0f);
+        QCOMPARE(s.zoomTool.box().height, 400.0f);
+        QCOMPARE(s.zoomTool.box().colour, colour(255, 255, 255));
+        s.click(0, 0);
+        QCOMPARE(QList<int>({s.d.FarX, s.d.FarY}), QList<int>({350, 352}));
+        QCOMPARE(s.d.Scale, 100.0);
+        QVERIFY(!s.zoomTool.box().visible);
+        QVERIFY(!s.buttons.pressed(TerritoryButton) && !s.buttons.enabled(TerritoryButton));
+        QVERIFY(s.buttons.enabled(ZoomInButton) && s.buttons.enabled(ClearMapButton));
+        QCOMPARE(s.zoom.ZoomState, int16_t(0));
+    }
+
+    // The shimmer stays within 150..255; a square too small divides by zero
+    // and abandoning it brings back the full view with every button.
+    void zoomShimmerAndTooSmall()
+    {
+        Scene s(twoPlanets());
+        s.buttons.setPressed(ZoomInButton, true);
+        s.click(1000, 1000);
+        s.zoomTool.random = [] { return 0.0; }; // steps of -10
+        for (int i = 0; i < 12; ++i)
+            s.pointer.mouseMove(1004, 0);
+        QCOMPARE(s.zoomTool.box().colour, colour(150, 150, 150));
+        QVERIFY_THROWS_EXCEPTION(conv::DivisionByZeroError, s.click(0, 0));
+        s.zoomTool.abandon();
+        QVERIFY(!s.buttons.pressed(ZoomInButton));
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(s.buttons.enabled(i));
+        QCOMPARE(s.d.Scale, 10.0);
+        QCOMPARE(s.zoom.ZoomState, int16_t(0));
+    }
+
+    // Records in light years from a zoomed view; the band survives a tool
+    // change and is finished by the tool chosen last; a drawing tool never
+    // picks planets.
+    void annotationRecords()
+    {
+        Scene s(twoPlanets());
+        s.d.Scale = 10;
+        s.d.OriginX = 200;
+        s.d.OriginY = 100;
+        s.pointer.tool = DrawTool::Line;
+        s.click(1005, 2009);
+        s.pointer.tool = DrawTool::StopDrawing;
+        s.pointer.mouseMove(2000, 2000);
+        QCOMPARE(s.annotations.rubberLine().x2, 2000.0f);
+        s.pointer.tool = DrawTool::Line;
+        s.annotations.colourClick(2);
+        QCOMPARE(s.click(3000, 4000), QList<int>());
+        QCOMPARE(s.d.AnnotationText, "L,300,300,500,500,3\r\n");
+        QVERIFY(!s.annotations.rubberLine().visible);
+
+        s.pointer.tool = DrawTool::Circle;
+        s.click(1000, 1000);
+        s.pointer.tool = DrawTool::Line; // the line tool does not finish it as a line...
+        s.pointer.tool = DrawTool::Circle; // ...when the circle tool is chosen again
+        s.click(1057, 1076); // 95 units away
+        QVERIFY(s.d.AnnotationText.endsWith("C,300,200,9,3\r\n"));
+        const auto circles = traceOps(s.trace, "Circle");
+        QCOMPARE(circles.last()[u"r"].toDouble(), 95.0);
+        QCOMPARE(circles.last()[u"DrawWidth"].toInt(), 2);
+
+        // Saved, then replayed in a full view of Scale 5: the radius is 9 light years.
+        QTemporaryDir dir;
+        s.d.AnnotationFilePath = dir.filePath("game.VMK");
+        QCOMPARE(s.annotations.save(), "Saved to " + s.d.AnnotationFilePath);
+        s.d.UniverseExtent = 3000;
+        s.trace.clear();
+        s.buttons.setPressed(VmkButton, true);
+        QCOMPARE(s.d.Scale, 5.0);
+        QCOMPARE(traceOps(s.trace, "Circle").last()[u"r"].toDouble(), 45.0);
+    }
+
+    void textSizes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("size");
+        QTest::addColumn<QString>("record");
+        QTest::newRow("7.9 refused") << "Hi" << "7.9" << "";
+        QTest::newRow("8 accepted") << "Hi" << "8" << "T,100,100,Hi,8\r\n";
+        QTest::newRow("12 then letters") << "Hi" << "12pt" << "T,100,100,Hi,12\r\n";
+        QTest::newRow("fraction kept") << "Hi" << "10.5" << "T,100,100,Hi,10.5\r\n";
+        QTest::newRow("cancelled text") << "" << "12" << "";
+    }
+    void textSizes()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, size);
+        Scene s(twoPlanets());
+        s.pointer.tool = DrawTool::Text;
+        s.answers = {text, size};
+        QCOMPARE(s.click(1000, 1000), QList<int>());
+        QTEST(s.d.AnnotationText, "record");
+        const auto prints = traceOps(s.trace, "Print");
+        QCOMPARE(prints.size(), s.d.AnnotationText.isEmpty() ? 0 : 1);
+        if (!prints.isEmpty())
+            QCOMPARE(prints[0][u"color"].toInt(), colour(255, 255, 255));
+    }
+
+    // Clear, then Save: an empty file whose replay draws nothing and says nothing.
+    void clearThenSave()
+    {
+        QTemporaryDir dir;
+        Scene s(twoPlanets());
+        s.d.AnnotationFilePath = dir.filePath("game.VMK");
+        s.d.AnnotationText = "L,1,1,2,2,2\r\n";
+        s.buttons.setPressedQuietly(VmkButton, true);
+        QVERIFY(s.annotations.save().startsWith("Saved to "));
+        s.annotations.clear(s.buttons, s);
+        QVERIFY(!s.buttons.pressed(VmkButton));
+        QCOMPARE(s.redraws, 2); // the release's click, then the clear's own
+        s.annotations.save();
+        QFile file(s.d.AnnotationFilePath);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.size(), 0);
+        s.buttons.setPressed(VmkButton, true);
+        QCOMPARE(traceOps(s.trace, "Line").size(), 0);
+        QVERIFY(s.messages.isEmpty());
+
+        // A folder that cannot be written says why and keeps the text.
+        s.d.AnnotationText = "T,1,1,x,8\r\n";
+        s.d.AnnotationFilePath = dir.filePath("missing/game.VMK");
+        QVERIFY(s.annotations.save().contains("could not be saved"));
+        QCOMPARE(s.d.AnnotationText, "T,1,1,x,8\r\n");
+    }
+};
+
+QTEST_GUILESS_MAIN(PointerTest)
+#include "tst_pointer.moc"

@@ -1,6 +1,9 @@
 #include "MainWindow.h"
 
 #include "AboutDialog.h"
+#include "AnnotationToolBox.h"
+#include "Conversions.h"
+#include "DetailPanel.h"
 #include "EstHabOverlay.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
@@ -28,7 +31,6 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTabWidget>
 
 namespace {
 
@@ -141,8 +143,10 @@ void MainWindow::createControls()
     m_client = new QWidget(this);
     setCentralWidget(m_client);
 
-    m_universe = new MapCanvasWidget(*m_raster, m_client);
+    m_universe = new MapCanvasWidget(*m_raster, m_annotations.rubberLine(), m_zoomTool.box(), m_client);
     m_universe->setObjectName(QStringLiteral("Universe"));
+    connect(m_universe, &MapCanvasWidget::pointerMoved, this, &MainWindow::pointerMoved);
+    connect(m_universe, &MapCanvasWidget::pressed, this, &MainWindow::mapPressed);
 
     m_overlayBar = new OverlayButtonBar(m_buttons, m_client);
     m_overlayBar->move(4, 2);
@@ -157,6 +161,7 @@ void MainWindow::createControls()
     m_combo = new QComboBox(m_client);
     m_combo->setObjectName(QStringLiteral("Combo1"));
     m_combo->setToolTip(QStringLiteral("Select a Race, then click Show Boundary"));
+    m_combo->setAccessibleName(QStringLiteral("Race"));
     m_combo->setMinimumWidth(150);
     m_combo->setEnabled(false);
     m_estHab = new QPushButton(QStringLiteral("Show Est Hab"), m_client);
@@ -168,27 +173,32 @@ void MainWindow::createControls()
 
     m_xyCoord = new QLabel(m_client);
     m_xyCoord->setObjectName(QStringLiteral("XYCoord"));
+    m_xyCoord->setAccessibleDescription(QStringLiteral("Pointer position"));
     m_thePlanet = new QLabel(m_client);
     m_thePlanet->setObjectName(QStringLiteral("theplanet"));
+    m_thePlanet->setAccessibleDescription(QStringLiteral("Planet under the pointer"));
     m_progress = new QProgressBar(m_client);
     m_progress->setObjectName(QStringLiteral("ProgressBar1"));
+    m_progress->setAccessibleName(QStringLiteral("Progress"));
     m_progress->setTextVisible(false);
     m_progress->setValue(0);
 
-    m_detail = new QTabWidget(m_client);
-    m_detail->setObjectName(QStringLiteral("Detail"));
-    for (const char *tab : {"Planet", "Minerals", "Pop."})
-        m_detail->addTab(new QWidget(m_detail), QString::fromLatin1(tab));
-    auto *habTab = new QWidget(m_detail);
-    for (int i = 0; i < 16; ++i) {
-        m_raceNames[size_t(i)] = new QLabel(habTab);
-        m_raceNames[size_t(i)]->setObjectName(QStringLiteral("RName%1").arg(i));
-        m_raceNames[size_t(i)]->setGeometry(8, 8 + i * 20, 150, 18);
-        m_raceHabs[size_t(i)] = new QLabel(habTab);
-        m_raceHabs[size_t(i)]->setObjectName(QStringLiteral("RHab%1").arg(i));
-        m_raceHabs[size_t(i)]->setGeometry(164, 8 + i * 20, 60, 18);
-    }
-    m_detail->addTab(habTab, QStringLiteral("Hab"));
+    m_detail = new DetailPanel(m_planetDetail, m_client);
+    m_tools = new AnnotationToolBox(m_client);
+    connect(m_tools, &AnnotationToolBox::toolChosen, this, [this](DrawTool tool) { m_pointer.tool = tool; });
+    connect(m_tools, &AnnotationToolBox::colourChosen, this, [this](int index) {
+        m_annotations.colourClick(index);
+        m_universe->update();
+    });
+    connect(m_tools, &AnnotationToolBox::saveClicked, this, [this] { showMessage(m_annotations.save()); });
+    connect(m_tools, &AnnotationToolBox::clearClicked, this, [this] {
+        try {
+            m_annotations.clear(m_buttons, *this);
+        } catch (const std::exception &e) {
+            showError(QString::fromUtf8(e.what()));
+        }
+        m_tools->showText(m_data.AnnotationText);
+    });
 
     m_legend = std::make_unique<RaceLegend>(m_client);
 }
@@ -221,7 +231,12 @@ void MainWindow::applyLayout()
     m_genUniv->setGeometry(buttonsRight, 4, 120, 28);
     m_combo->move(buttonsRight + 128, 4);
     m_estHab->setGeometry(buttonsRight + 128 + m_combo->width() + 8, 4, 110, 28);
-    m_detail->setGeometry(detailLeft, m_universe->y(), 260, qMax(200, m_universe->height()));
+    // The panel and the annotation tools share the column right of the map.
+    const int panelTop = qMax(m_universe->y(), m_estHab->geometry().bottom() + 4);
+    const int panelHeight = qMin(420, qMax(200, m_universe->height() / 2));
+    m_detail->setGeometry(detailLeft, panelTop, 300, panelHeight);
+    m_tools->setGeometry(detailLeft, panelTop + panelHeight + 8, 300,
+                         qMax(160, m_universe->y() + m_universe->height() - panelTop - panelHeight - 8));
     m_legend->place(geometry->raceLabelLeft / TwipsPerPixel, geometry->raceSwatchLeft / TwipsPerPixel,
                     m_universe->y());
     fitCanvasToWidget();
@@ -233,8 +248,9 @@ void MainWindow::fitCanvasToWidget()
     if (side <= 0)
         return;
     m_canvas.setWidthTwips(side * TwipsPerPixel);
-    if (side != m_raster->pixels())
-        m_raster->resize(side);
+    const double dpr = m_universe->devicePixelRatioF();
+    if (side != m_raster->pixels() || dpr != m_raster->devicePixelRatio())
+        m_raster->resize(side, dpr);
     m_universe->update();
 }
 
@@ -268,6 +284,7 @@ bool MainWindow::generate()
     }
     try {
         generateUniverse(m_data, static_cast<GenerationObserver &>(*this));
+        m_tools->showText(m_data.AnnotationText);
         m_universe->update();
         return true;
     } catch (const std::exception &e) {
@@ -332,10 +349,9 @@ void MainWindow::resetWindow()
     m_canvas.cls();
     m_universe->update();
     m_legend->clear();
-    for (int i = 0; i < 16; ++i) {
-        m_raceNames[size_t(i)]->clear();
-        m_raceHabs[size_t(i)]->clear();
-    }
+    m_planetDetail.RName.fill(QString());
+    m_planetDetail.RHab.fill(QString());
+    m_detail->refresh();
 }
 
 void MainWindow::setCaption(const QString &caption)
@@ -367,11 +383,8 @@ void MainWindow::progressStep()
 void MainWindow::showLegend(const GameData &data)
 {
     m_legend->show(data);
-    for (int k = 1; k <= MaxPlayers; ++k) {
-        const QString name = data.player(k)[RaceName].text();
-        if (!name.isEmpty())
-            m_raceNames[size_t(k - 1)]->setText(name);
-    }
+    m_planetDetail.nameRaces(data);
+    m_detail->refresh();
 }
 
 void MainWindow::enableFormatMenus()
@@ -397,4 +410,73 @@ void MainWindow::enableControls(const GameData &data)
 void MainWindow::showMessage(const QString &text)
 {
     messageSink().information(this, text);
+}
+
+void MainWindow::selectStopDrawing()
+{
+    m_tools->selectTool(DrawTool::StopDrawing);
+    m_pointer.tool = DrawTool::StopDrawing;
+}
+
+void MainWindow::enableDrawingTools()
+{
+    m_tools->setDrawingToolsEnabled(true);
+}
+
+void MainWindow::selectFirstDrawColour()
+{
+    m_tools->selectColour(0);
+}
+
+void MainWindow::redraw()
+{
+    runRedraw();
+}
+
+QString MainWindow::askText(const QString &message, const QString &title, const QString &defaultAnswer)
+{
+    return messageSink().askText(this, title, message, defaultAnswer);
+}
+
+void MainWindow::showReadout()
+{
+    const PointerReadout &r = m_pointer.readout();
+    m_xyCoord->setText(r.XYCoord);
+    m_thePlanet->setText(r.thePlanet);
+    m_universe->setToolTip(r.toolTip);
+}
+
+void MainWindow::pointerMoved(float x, float y)
+{
+    try {
+        m_pointer.mouseMove(x, y);
+    } catch (const std::exception &) {
+        // A planet too far out to place on the canvas: the readout of this
+        // motion is skipped, the next one tries again.
+    }
+    showReadout();
+    m_universe->shapesMoved();
+}
+
+void MainWindow::mapPressed(float x, float y)
+{
+    const bool secondCorner = m_zoom.ZoomState == 2 && m_pointer.tool == DrawTool::StopDrawing;
+    try {
+        m_pointer.mouseDown(x, y, *this);
+    } catch (const PanelFillError &e) {
+        showError(e.message);
+    } catch (const conv::DivisionByZeroError &e) {
+        if (secondCorner) {
+            showError(QStringLiteral("The zoom square is too small to show: press Zoom In and drag a larger square."));
+            m_zoomTool.abandon();
+        } else {
+            showError(QString::fromUtf8(e.what()));
+        }
+    } catch (const std::exception &e) {
+        showError(QString::fromUtf8(e.what()));
+    }
+    m_detail->refresh();
+    m_tools->showText(m_data.AnnotationText);
+    m_universe->shapesMoved();
+    m_universe->update();
 }

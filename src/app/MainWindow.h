@@ -3,19 +3,26 @@
 // the detail panel, the readouts and the menus. It runs the file selection
 // and the generation, and every overlay click runs the map redraw.
 
+#include "AnnotationTools.h"
 #include "Canvas.h"
-#include "HabEstimate.h"
 #include "FileSelection.h"
 #include "GameData.h"
 #include "GenerationObserver.h"
+#include "HabEstimate.h"
+#include "InteractionHost.h"
+#include "MapPointer.h"
 #include "MapRedraw.h"
 #include "OverlayButtons.h"
+#include "PlanetDetail.h"
 #include "RedrawHost.h"
+#include "ZoomTool.h"
 
 #include <QMainWindow>
 #include <functional>
 #include <memory>
 
+class AnnotationToolBox;
+class DetailPanel;
 class MapCanvasWidget;
 class OpenFileDialog;
 class OverlayButtonBar;
@@ -25,12 +32,11 @@ class QLabel;
 class QMenu;
 class QProgressBar;
 class QPushButton;
-class QTabWidget;
 class RaceLegend;
 class RasterSurface;
 class LegendWindow;
 
-class MainWindow : public QMainWindow, private GenerationObserver, private RedrawHost {
+class MainWindow : public QMainWindow, private GenerationObserver, private RedrawHost, private InteractionHost {
     Q_OBJECT
 public:
     explicit MainWindow(QWidget *parent = nullptr);
@@ -43,6 +49,10 @@ public:
     OverlayButtons &overlayButtons() { return m_buttons; }
     const RasterSurface &raster() const { return *m_raster; }
     OverlayButtonBar *overlayBar() const { return m_overlayBar; }
+    MapCanvasWidget *mapWidget() const { return m_universe; }
+    DetailPanel *detailPanel() const { return m_detail; }
+    AnnotationToolBox *annotationTools() const { return m_tools; }
+    const ZoomFlags &zoom() const { return m_zoom; }
     // The file selection window, created on first use.
     OpenFileDialog &openFileDialog();
     // Runs the generation for the current file choice; false when it failed
@@ -62,6 +72,9 @@ private:
     void saveMap();
     void overlayClicked(int button);
     void runRedraw();
+    void pointerMoved(float x, float y);
+    void mapPressed(float x, float y);
+    void showReadout();
     void showError(const QString &text);
     void fitCanvasToWidget();
 
@@ -76,8 +89,16 @@ private:
     void enableControls(const GameData &data) override;
 
     // RedrawHost
+    void selectStopDrawing() override;
+    void enableDrawingTools() override;
+    void selectFirstDrawColour() override;
     void progressStep() override;
+    // RedrawHost and InteractionHost
     void showMessage(const QString &text) override;
+
+    // InteractionHost
+    void redraw() override;
+    QString askText(const QString &message, const QString &title, const QString &defaultAnswer) override;
 
     GameData m_data;
     FileSelection m_selection{m_data};
@@ -87,6 +108,10 @@ private:
     std::shared_ptr<RasterSurface> m_raster;
     std::unique_ptr<MapRedraw> m_redraw;
     int m_redrawDepth = 0;
+    ZoomTool m_zoomTool{m_data, m_zoom, m_buttons, m_canvas};
+    AnnotationTools m_annotations{m_data, m_canvas};
+    PlanetDetail m_planetDetail;
+    MapPointer m_pointer{m_data, m_zoom, m_zoomTool, m_annotations, m_planetDetail};
 
     QWidget *m_client = nullptr;
     MapCanvasWidget *m_universe = nullptr;
@@ -97,10 +122,9 @@ private:
     QLabel *m_xyCoord = nullptr;
     QLabel *m_thePlanet = nullptr;
     QProgressBar *m_progress = nullptr;
-    QTabWidget *m_detail = nullptr;
+    DetailPanel *m_detail = nullptr;
+    AnnotationToolBox *m_tools = nullptr;
     std::unique_ptr<RaceLegend> m_legend;
-    std::array<QLabel *, 16> m_raceNames{};
-    std::array<QLabel *, 16> m_raceHabs{};
     QMenu *m_overlaysMenu = nullptr;
     QAction *m_terraAction = nullptr;
     QAction *m_stargateAction = nullptr;

@@ -1,19 +1,97 @@
 #include "MapCanvasWidget.h"
 
+#include "AnnotationTools.h"
+#include "Canvas.h"
+#include "Colour.h"
 #include "RasterSurface.h"
+#include "ZoomTool.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
-MapCanvasWidget::MapCanvasWidget(const RasterSurface &raster, QWidget *parent)
-    : QWidget(parent), m_raster(raster)
+namespace {
+
+QColor toColor(int32_t c)
+{
+    return QColor(redOf(c), greenOf(c), blueOf(c));
+}
+
+} // namespace
+
+MapCanvasWidget::MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
+                                 QWidget *parent)
+    : QWidget(parent), m_raster(raster), m_line(line), m_box(box)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
+    setMouseTracking(true);
+    setAccessibleName(QStringLiteral("Map"));
 }
 
-void MapCanvasWidget::paintEvent(QPaintEvent *)
+double MapCanvasWidget::pixelsPerUnit() const
+{
+    return width() / double(Canvas::ScaleWidth);
+}
+
+QPointF MapCanvasWidget::toCanvas(const QPointF &p) const
+{
+    return p / pixelsPerUnit();
+}
+
+QRect MapCanvasWidget::shapesArea() const
+{
+    if (!m_line.visible && !m_box.visible)
+        return QRect();
+    const double k = pixelsPerUnit();
+    QRectF area;
+    if (m_line.visible)
+        area |= QRectF(QPointF(m_line.x1 * k, m_line.y1 * k), QPointF(m_line.x2 * k, m_line.y2 * k)).normalized();
+    if (m_box.visible)
+        area |= QRectF(m_box.left * k, m_box.top * k, m_box.width * k, m_box.height * k);
+    // The pen reaches a pixel beyond the shapes' outline.
+    return area.toAlignedRect().adjusted(-2, -2, 2, 2);
+}
+
+void MapCanvasWidget::shapesMoved()
+{
+    const QRect now = shapesArea();
+    const QRect dirty = now | m_shapesShown;
+    m_shapesShown = now;
+    if (!dirty.isEmpty())
+        update(dirty);
+}
+
+void MapCanvasWidget::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.drawImage(rect(), m_raster.image());
+    // Only the exposed part of the picture, one device pixel per pixel.
+    const QRect target = event->rect() & rect();
+    const double scale = m_raster.image().width() / double(qMax(1, width()));
+    const QRectF source(target.x() * scale, target.y() * scale, target.width() * scale, target.height() * scale);
+    painter.drawImage(QRectF(target), m_raster.image(), source);
+
+    const double k = pixelsPerUnit();
+    if (m_line.visible) {
+        painter.setPen(QPen(toColor(m_line.colour), 1));
+        painter.drawLine(QPointF(m_line.x1 * k, m_line.y1 * k), QPointF(m_line.x2 * k, m_line.y2 * k));
+    }
+    if (m_box.visible) {
+        painter.setPen(QPen(toColor(m_box.colour), 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(QRectF(m_box.left * k, m_box.top * k, m_box.width * k, m_box.height * k));
+    }
+    m_shapesShown = shapesArea();
+}
+
+void MapCanvasWidget::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPointF c = toCanvas(event->position());
+    emit pointerMoved(float(c.x()), float(c.y()));
+}
+
+void MapCanvasWidget::mousePressEvent(QMouseEvent *event)
+{
+    const QPointF c = toCanvas(event->position());
+    emit pressed(float(c.x()), float(c.y()));
 }

@@ -1,19 +1,43 @@
 #pragma once
-// The map on screen: shows the core canvas's persistent picture scaled to
-// its square, so the picture survives covering, uncovering and resizing.
+// The map on screen: the core canvas's persistent picture, with the rubber
+// band and the zoom square floating over it. The floating shapes are drawn
+// on the widget only, never into the picture, so a redraw, Save Map and the
+// saved bitmap never contain them. Pointer events leave in canvas units.
 
+#include <QRect>
 #include <QWidget>
 
 class RasterSurface;
+struct RubberLine;
+struct ZoomBox;
 
 class MapCanvasWidget : public QWidget {
     Q_OBJECT
 public:
-    explicit MapCanvasWidget(const RasterSurface &raster, QWidget *parent = nullptr);
+    MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
+                    QWidget *parent = nullptr);
+
+    // Canvas units of a point of the widget.
+    QPointF toCanvas(const QPointF &widgetPoint) const;
+    // Repaints what the floating shapes covered and now cover, nothing more.
+    void shapesMoved();
+
+signals:
+    void pointerMoved(float x, float y);
+    void pressed(float x, float y);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    double pixelsPerUnit() const;
+    // The widget area the floating shapes cover now.
+    QRect shapesArea() const;
+
     const RasterSurface &m_raster;
+    const RubberLine &m_line;
+    const ZoomBox &m_box;
+    QRect m_shapesShown;
 };

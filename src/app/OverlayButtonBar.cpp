@@ -27,6 +27,9 @@ OverlayButtonBar::OverlayButtonBar(OverlayButtons &buttons, QWidget *parent) : Q
         b->setObjectName(QStringLiteral("OvButt%1").arg(i));
         b->setCheckable(true);
         b->setToolTip(QString::fromLatin1(tips[i]));
+        // Icon-only buttons are named by their tips for screen readers.
+        if (i != VmkButton)
+            b->setAccessibleName(b->toolTip());
         b->setFixedSize(34, 34);
         if (i == VmkButton) {
             b->setText(QStringLiteral("VMK"));
@@ -38,7 +41,9 @@ OverlayButtonBar::OverlayButtonBar(OverlayButtons &buttons, QWidget *parent) : Q
             b->setIcon(overlayIcon(i));
             b->setIconSize(QSize(24, 24));
         }
-        connect(b, &QToolButton::clicked, this, [this, i](bool checked) {
+        // Toggled, not clicked: the accessibility interface's toggle action
+        // changes the value without a click and must redraw all the same.
+        connect(b, &QToolButton::toggled, this, [this, i](bool checked) {
             m_state.setPressedQuietly(i, checked);
             emit clicked(i);
         });

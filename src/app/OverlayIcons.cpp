@@ -16,13 +16,10 @@ void disc(QPainter &p, QPointF c, double r, QColor fill, QColor rim = Qt::transp
     p.drawEllipse(c, r, r);
 }
 
-} // namespace
-
-QIcon overlayIcon(int button)
+// Paints the icon in a 24-unit square, whatever the pixels behind it.
+void paintIcon(QPainter &p, int button)
 {
-    QPixmap pixmap(Size, Size);
-    pixmap.fill(Qt::black);
-    QPainter p(&pixmap);
+    p.fillRect(QRectF(0, 0, Size, Size), Qt::black);
     p.setRenderHint(QPainter::Antialiasing);
     const QPointF centre(Size / 2.0, Size / 2.0);
     switch (button) {
@@ -85,6 +82,21 @@ QIcon overlayIcon(int button)
     default:
         break;
     }
-    p.end();
-    return QIcon(pixmap);
+}
+
+} // namespace
+
+QIcon overlayIcon(int button)
+{
+    // Drawn afresh for plain and dense screens: sharp at every ratio, never a scaled-up picture.
+    QIcon icon;
+    for (const double ratio : {1.0, 1.5, 2.0, 3.0}) {
+        QPixmap pixmap(qRound(Size * ratio), qRound(Size * ratio));
+        pixmap.setDevicePixelRatio(ratio);
+        QPainter p(&pixmap);
+        paintIcon(p, button);
+        p.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }

@@ -27,12 +27,6 @@ QRgb toRgb(int32_t colour)
     return qRgb(redOf(colour), greenOf(colour), blueOf(colour));
 }
 
-// Widths below one pixel would make the painter's hairline and the dots disagree.
-int pixelWidth(const DrawingState &s)
-{
-    return std::max(1, s.DrawWidth);
-}
-
 // Aliased, and the merge pen ORs every painted pixel into the picture.
 // Copy pen is source-over rather than plain source so that the gaps of a
 // hatch pattern, which the painter leaves transparent, keep the old pixels.
@@ -42,11 +36,11 @@ void setUp(QPainter &painter, bool merge)
     painter.setCompositionMode(merge ? QPainter::RasterOp_SourceOrDestination : QPainter::CompositionMode_SourceOver);
 }
 
-QPen rimPen(const DrawingState &s, int32_t colour)
+QPen rimPen(const DrawingState &s, int32_t colour, int width)
 {
     if (s.DrawStyle == InvisibleRim)
         return QPen(Qt::NoPen);
-    return QPen(QColor(toRgb(colour)), pixelWidth(s), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    return QPen(QColor(toRgb(colour)), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
 // The map uses solid, transparent and cross-hatched fills only.
@@ -57,16 +51,6 @@ QBrush fillBrush(const DrawingState &s)
     case CrossHatchFill: return QBrush(QColor(toRgb(s.FillColor)), Qt::DiagCrossPattern);
     default: return QBrush(Qt::NoBrush);
     }
-}
-
-// Arial where it exists, otherwise the closest sans serif; glyphs without
-// antialiasing so that text pixels are exactly ForeColor.
-QFont textFont(const DrawingState &s)
-{
-    QFont font(QStringLiteral("Arial"));
-    font.setStyleHint(QFont::SansSerif, QFont::NoAntialias);
-    font.setPointSizeF(s.FontSize);
-    return font;
 }
 
 double degrees(double radians)
@@ -86,9 +70,9 @@ int floorToInt(double v)
 // thousands in one go, far too many for a painter call each.
 class DotWriter {
 public:
-    DotWriter(QImage &image, double pixelsPerUnit, const DrawingState &s)
+    DotWriter(QImage &image, double pixelsPerUnit, int width, const DrawingState &s)
         : m_bits(reinterpret_cast<QRgb *>(image.bits())), m_stride(image.bytesPerLine() / int(sizeof(QRgb))),
-          m_size(image.width()), m_pixelsPerUnit(pixelsPerUnit), m_width(pixelWidth(s)),
+          m_size(image.width()), m_pixelsPerUnit(pixelsPerUnit), m_width(width),
           m_halfWidth((m_width - 1) / 2.0), m_merge(s.DrawMode == MergePen)
     {
     }
@@ -145,25 +129,50 @@ private:
 
 } // namespace
 
-RasterSurface::RasterSurface(int pixels)
-    : m_pixelsPerUnit(pixels / double(Canvas::ScaleWidth)), m_image(pixels, pixels, QImage::Format_RGB32)
+RasterSurface::RasterSurface(int pixels, double devicePixelRatio, float logicalWidth)
+    : m_logicalWidth(logicalWidth)
 {
-    // The painter and the font metrics take point sizes from the image's resolution.
-    const int dotsPerMetre = qRound(TextDpi / 0.0254);
-    m_image.setDotsPerMeterX(dotsPerMetre);
-    m_image.setDotsPerMeterY(dotsPerMetre);
+    const int side = qRound(pixels * devicePixelRatio);
+    m_image = QImage(side, side, QImage::Format_RGB32);
+    setResolution(devicePixelRatio);
     cls();
 }
 
-void RasterSurface::resize(int pixels)
+// The image itself keeps a ratio of 1, so that painters draw on it in
+// device pixels; a widget showing it maps it onto its logical square.
+void RasterSurface::setResolution(double devicePixelRatio)
 {
-    const QImage scaled = m_image.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::FastTransformation);
-    const int dotsPerMetreX = m_image.dotsPerMeterX();
-    const int dotsPerMetreY = m_image.dotsPerMeterY();
-    m_image = scaled;
-    m_image.setDotsPerMeterX(dotsPerMetreX);
-    m_image.setDotsPerMeterY(dotsPerMetreY);
-    m_pixelsPerUnit = pixels / double(Canvas::ScaleWidth);
+    m_devicePixelRatio = devicePixelRatio;
+    // The painter and the font metrics take point sizes from the image's
+    // resolution: 96 dpi on a plain screen, more on a dense one.
+    const int dotsPerMetre = qRound(TextDpi * devicePixelRatio / 0.0254);
+    m_image.setDotsPerMeterX(dotsPerMetre);
+    m_image.setDotsPerMeterY(dotsPerMetre);
+    m_pixelsPerUnit = m_image.width() / double(m_logicalWidth);
+}
+
+void RasterSurface::resize(int pixels, double devicePixelRatio)
+{
+    const int side = qRound(pixels * devicePixelRatio);
+    m_image = m_image.scaled(side, side, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    setResolution(devicePixelRatio);
+}
+
+// Widths are screen pixels; below one pixel the painter's hairline and the
+// dots would disagree.
+int RasterSurface::pixelWidth(const DrawingState &s) const
+{
+    return std::max(1, qRound(s.DrawWidth * m_devicePixelRatio));
+}
+
+// Arial where it exists, otherwise the closest sans serif; glyphs without
+// antialiasing so that text pixels are exactly ForeColor.
+QFont RasterSurface::textFont(const DrawingState &s) const
+{
+    QFont font(QStringLiteral("Arial"));
+    font.setStyleHint(QFont::SansSerif, QFont::NoAntialias);
+    font.setPointSizeF(s.FontSize);
+    return font;
 }
 
 bool RasterSurface::save(const QString &path) const
@@ -180,7 +189,7 @@ bool RasterSurface::save(const QString &path) const
 
 void RasterSurface::cls()
 {
-    m_image.fill(qRgb(0, 0, 0));
+    m_image.fill(m_background);
 }
 
 void RasterSurface::circle(const DrawingState &s, float x, float y, float r, std::optional<int32_t> colour,
@@ -188,8 +197,12 @@ void RasterSurface::circle(const DrawingState &s, float x, float y, float r, std
 {
     QPainter painter(&m_image);
     setUp(painter, s.DrawMode == MergePen);
-    painter.setPen(rimPen(s, colour.value_or(s.ForeColor)));
-    painter.setBrush(fillBrush(s));
+    painter.setPen(rimPen(s, colour.value_or(s.ForeColor), pixelWidth(s)));
+    QBrush brush = fillBrush(s);
+    // The hatch keeps its spacing in screen pixels on a dense screen too.
+    if (m_devicePixelRatio != 1.0)
+        brush.setTransform(QTransform::fromScale(m_devicePixelRatio, m_devicePixelRatio));
+    painter.setBrush(brush);
     // Hatching anchored to the picture's corner, with see-through gaps, so
     // that the hatch of neighbouring discs runs on as one pattern.
     painter.setBrushOrigin(0, 0);
@@ -216,18 +229,18 @@ void RasterSurface::line(const DrawingState &s, float x1, float y1, float x2, fl
 {
     QPainter painter(&m_image);
     setUp(painter, s.DrawMode == MergePen);
-    painter.setPen(rimPen(s, colour));
+    painter.setPen(rimPen(s, colour, pixelWidth(s)));
     painter.drawLine(QPointF(toPixels(x1), toPixels(y1)), QPointF(toPixels(x2), toPixels(y2)));
 }
 
 void RasterSurface::pset(const DrawingState &s, float x, float y, int32_t colour)
 {
-    DotWriter(m_image, m_pixelsPerUnit, s).put(x, y, colour);
+    DotWriter(m_image, m_pixelsPerUnit, pixelWidth(s), s).put(x, y, colour);
 }
 
 void RasterSurface::psets(const DrawingState &s, const std::vector<Dot> &dots)
 {
-    DotWriter writer(m_image, m_pixelsPerUnit, s);
+    DotWriter writer(m_image, m_pixelsPerUnit, pixelWidth(s), s);
     for (const Dot &d : dots)
         writer.put(d.x, d.y, d.colour);
 }

@@ -13,9 +13,16 @@ class QPainter;
 
 class RasterSurface : public CanvasSurface {
 public:
-    explicit RasterSurface(int pixels = 1000);
+    // A square of `pixels` screen pixels showing `logicalWidth` canvas units.
+    // On a high-density screen the picture holds pixels x devicePixelRatio
+    // device pixels, drawn at that resolution: dot and outline widths and
+    // text sizes are scaled along, so it looks as on a plain screen, only sharper.
+    explicit RasterSurface(int pixels = 1000, double devicePixelRatio = 1.0,
+                           float logicalWidth = Canvas::ScaleWidth);
 
-    int pixels() const { return m_image.width(); }
+    // The side in screen pixels, and the picture itself in device pixels.
+    int pixels() const { return qRound(m_image.width() / m_devicePixelRatio); }
+    double devicePixelRatio() const { return m_devicePixelRatio; }
     const QImage &image() const { return m_image; }
 
     // Writes the picture as PNG or BMP, chosen by the file's extension,
@@ -25,7 +32,10 @@ public:
 
     // A new pixel size for the same logical square; the picture drawn so
     // far is scaled along, so a resized window keeps showing it.
-    void resize(int pixels);
+    void resize(int pixels, double devicePixelRatio);
+
+    // The colour cls fills with: black, as the map's, unless set.
+    void setBackground(QRgb colour) { m_background = colour; }
 
     void cls() override;
     void circle(const DrawingState &s, float x, float y, float r, std::optional<int32_t> colour,
@@ -38,8 +48,13 @@ public:
 
 private:
     double toPixels(float units) const { return units * m_pixelsPerUnit; }
-    void prepare(QPainter &painter, const DrawingState &s) const;
+    int pixelWidth(const DrawingState &s) const;
+    QFont textFont(const DrawingState &s) const;
+    void setResolution(double devicePixelRatio);
 
-    double m_pixelsPerUnit;
+    float m_logicalWidth;
+    double m_devicePixelRatio = 1.0;
+    double m_pixelsPerUnit = 1.0;
+    QRgb m_background = qRgb(0, 0, 0);
     QImage m_image;
 };

@@ -1,5 +1,6 @@
 #include "MessageSink.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace {
@@ -14,6 +15,10 @@ public:
     bool question(QWidget *parent, const QString &title, const QString &text) override
     {
         return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    }
+    QString askText(QWidget *parent, const QString &title, const QString &text, const QString &defaultAnswer) override
+    {
+        return QInputDialog::getText(parent, title, text, QLineEdit::Normal, defaultAnswer);
     }
 };
 

@@ -14,6 +14,9 @@ public:
     virtual void information(QWidget *parent, const QString &text) = 0;
     // A Yes/No question with its own title; true for Yes.
     virtual bool question(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A line of text asked for with a title and a default answer; "" when cancelled.
+    virtual QString askText(QWidget *parent, const QString &title, const QString &text,
+                            const QString &defaultAnswer) = 0;
 };
 
 // The application's title, the title of every message box.

@@ -298,6 +298,9 @@ void OpenFileDialog::showRows()
         const QSignalBlocker playerBlocker(controls.player);
         const QSignalBlocker yearBlocker(controls.year);
         controls.check->setText(plainCaption(row.caption));
+        // The option and the year box sit beside the file's name: screen readers get it in theirs.
+        controls.player->setAccessibleName(QStringLiteral("Your race: ") + plainCaption(row.caption));
+        controls.year->setAccessibleName(QStringLiteral("Year of ") + plainCaption(row.caption));
         controls.check->setChecked(row.checked);
         controls.check->setVisible(row.shown);
         controls.player->setChecked(row.optionShown && i == m_data.OwnRace);

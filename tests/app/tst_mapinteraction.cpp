@@ -1,0 +1,206 @@
+// The map driven with the mouse offscreen: hovering and clicking planets,
+// the floating rubber band and zoom square, the zoom by two clicks, and
+// the controls as the accessibility interface sees them.
+
+#include "AnnotationToolBox.h"
+#include "DetailPanel.h"
+#include "MainWindow.h"
+#include "MapCanvasWidget.h"
+#include "OpenFileDialog.h"
+#include "OverlayButtonBar.h"
+#include "RasterSurface.h"
+#include "RecordingSink.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+// A pointer motion over the map; QTest's own moves the platform cursor,
+// which the offscreen platform does not turn into events.
+void hover(QWidget *map, const QPoint &p)
+{
+    QMouseEvent move(QEvent::MouseMove, QPointF(p), map->mapToGlobal(QPointF(p)), Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(map, &move);
+}
+
+bool pictureIsBlack(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if ((image.pixel(x, y) & 0xFFFFFF) != 0)
+                return false;
+    return true;
+}
+
+// The sample game loaded in a shown window, the borders drawn.
+struct SampleWindow {
+    mutable MainWindow w;
+    SampleWindow()
+    {
+        w.resize(1200, 850);
+        w.show();
+        if (!QTest::qWaitForWindowExposed(&w))
+            qFatal("the window never showed");
+        OpenFileDialog &dialog = w.openFileDialog();
+        dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"));
+        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
+        dialog.confirm();
+        if (!w.generate())
+            qFatal("the sample did not load");
+        QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
+    }
+    MapCanvasWidget *map() const { return w.mapWidget(); }
+    QString label(const char *name) const { return w.findChild<QLabel *>(QLatin1String(name))->text(); }
+
+    // The widget pixel just right of and below a universe position, within its planet's pick box.
+    QPoint at(double x, double y) const
+    {
+        const GameData &d = w.gameData();
+        const double k = map()->width() / double(Canvas::ScaleWidth);
+        return QPoint(int((x - d.OriginX) * d.Scale * k) + 1, int((y - d.OriginY) * d.Scale * k) + 1);
+    }
+    // The first planet with no other within 20 light years.
+    int lonePlanet() const
+    {
+        const GameData &d = w.gameData();
+        for (int i = 1; i <= d.PlanetCount; ++i) {
+            bool alone = true;
+            for (int j = 1; j <= d.PlanetCount && alone; ++j)
+                alone = i == j || std::hypot(d.planet(i)[X].val() - d.planet(j)[X].val(),
+                                             d.planet(i)[Y].val() - d.planet(j)[Y].val()) > 20;
+            if (alone)
+                return i;
+        }
+        qFatal("no lone planet");
+    }
+};
+
+} // namespace
+
+class MapInteractionTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_sink.messages.clear();
+        setMessageSink(&m_sink);
+    }
+    void cleanup() { setMessageSink(nullptr); }
+
+    void hoverAndClickAPlanet()
+    {
+        SampleWindow s;
+        const int lone = s.lonePlanet();
+        const PlanetInfo &p = s.w.gameData().planet(lone);
+        const QString name = p[Name].text();
+        hover(s.map(), s.at(p[X].val(), p[Y].val()));
+        QCOMPARE(s.label("theplanet"), " " + name);
+        QCOMPARE(s.map()->toolTip(), "Click for more information on " + name);
+        QVERIFY(QRegularExpression(QStringLiteral("^ X:\\d+ Y:\\d+$")).match(s.label("XYCoord")).hasMatch());
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(p[X].val(), p[Y].val()));
+        QCOMPARE(s.label("PlanetName"), name);
+        QVERIFY(s.label("RHab0").endsWith('%'));
+        QVERIFY(m_sink.messages.isEmpty());
+
+        // Deep space names nothing and leaves the panel as it was.
+        hover(s.map(), QPoint(2, s.map()->height() - 2));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(2, s.map()->height() - 2));
+        QCOMPARE(s.label("theplanet"), " Deep Space");
+        QCOMPARE(s.label("PlanetName"), name);
+    }
+
+    // The band follows the pointer over the picture without entering it;
+    // a saved map holds the picture alone. The second click draws the line.
+    void theRubberBandFloatsOverThePicture()
+    {
+        SampleWindow s;
+        s.w.annotationTools()->toolButton(DrawTool::Line)->click();
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(100, 100));
+        const QImage before = s.w.raster().image();
+        hover(s.map(), QPoint(300, 250));
+        QCOMPARE(s.w.raster().image(), before);
+        // Yellow, the colour of the file's last line, halfway along on screen only.
+        const QImage shown = s.map()->grab().toImage();
+        QCOMPARE(shown.pixelColor(200, 175), QColor(255, 255, 0));
+        QVERIFY(before.pixelColor(200, 175) != QColor(255, 255, 0));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(300, 250));
+        QVERIFY(s.w.raster().image() != before);
+        QVERIFY(s.w.gameData().AnnotationText.endsWith(QStringLiteral(",5\r\n"))); // the file's last line colour
+        QVERIFY(s.w.gameData().AnnotationText.contains(QStringLiteral("\r\nL,")));
+    }
+
+    // Corners by mouse: the picture becomes the square; a square too small
+    // gives one message and the full view with every button back.
+    void zoomWithTwoClicks()
+    {
+        SampleWindow s;
+        QTest::mouseClick(s.w.overlayBar()->button(TerritoryButton), Qt::LeftButton);
+        const double fullScale = s.w.gameData().Scale;
+        QTest::mouseClick(s.w.overlayBar()->button(ZoomInButton), Qt::LeftButton);
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(100, 100));
+        QVERIFY(!s.w.overlayBar()->button(BordersButton)->isEnabled());
+        hover(s.map(), QPoint(300, 120));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(5, 5));
+        QVERIFY(s.w.gameData().Scale > 3 * fullScale);
+        QVERIFY(!s.w.overlayBar()->button(TerritoryButton)->isEnabled());
+        QVERIFY(!s.w.overlayBar()->button(TerritoryButton)->isChecked());
+        QVERIFY(s.w.overlayBar()->button(BordersButton)->isEnabled());
+        QVERIFY(m_sink.messages.isEmpty());
+
+        QTest::mouseClick(s.w.overlayBar()->button(ZoomInButton), Qt::LeftButton); // back to the full view
+        QTest::mouseClick(s.w.overlayBar()->button(ZoomInButton), Qt::LeftButton);
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(100, 100));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(100, 100));
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].contains(QStringLiteral("too small")));
+        QCOMPARE(s.w.gameData().Scale, fullScale);
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(s.w.overlayBar()->button(i)->isEnabled());
+        QVERIFY(!s.w.overlayBar()->button(ZoomInButton)->isChecked());
+    }
+
+    // Every control is named for screen readers, and an overlay button's
+    // toggle action redraws as a click does.
+    void accessibleControls()
+    {
+        SampleWindow s;
+        QStringList unnamed;
+        for (QWidget *child : s.w.findChildren<QWidget *>()) {
+            const bool control = qobject_cast<QAbstractButton *>(child) || qobject_cast<QComboBox *>(child) ||
+                                 qobject_cast<QLineEdit *>(child) || child == s.map() ||
+                                 child->inherits("QProgressBar") || child->inherits("QPlainTextEdit");
+            if (!control || !child->isVisible())
+                continue;
+            QAccessibleInterface *a = QAccessible::queryAccessibleInterface(child);
+            if (a->text(QAccessible::Name).isEmpty())
+                unnamed << child->objectName() + "/" + child->metaObject()->className();
+        }
+        QCOMPARE(unnamed.join(' '), QString());
+        QCOMPARE(QAccessible::queryAccessibleInterface(s.map())->text(QAccessible::Name), "Map");
+        QCOMPARE(QAccessible::queryAccessibleInterface(s.w.overlayBar()->button(UniverseButton))->text(QAccessible::Name),
+                 "Show Universe");
+
+        QTest::mouseClick(s.w.overlayBar()->button(ClearMapButton), Qt::LeftButton);
+        QVERIFY(pictureIsBlack(s.w.raster().image()));
+        QAccessibleInterface *borders = QAccessible::queryAccessibleInterface(s.w.overlayBar()->button(BordersButton));
+        borders->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(s.w.overlayButtons().pressed(BordersButton));
+        QVERIFY(!pictureIsBlack(s.w.raster().image()));
+    }
+
+private:
+    RecordingSink m_sink;
+};
+
+QTEST_MAIN(MapInteractionTest)
+#include "tst_mapinteraction.moc"

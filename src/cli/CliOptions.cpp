@@ -1,5 +1,6 @@
 #include "CliOptions.h"
 
+#include "Conversions.h"
 #include "FileSelection.h"
 #include "LoadError.h"
 #include "UniverseGenerator.h"
@@ -76,6 +77,31 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
     } catch (const LoadError &e) {
         throw CliFailure(1, e.message());
     }
+}
+
+void ZoomWindow::applyTo(GameData &data) const
+{
+    data.OriginX = x;
+    data.OriginY = y;
+    data.FarX = x + width;
+    data.FarY = y + width;
+    data.Scale = conv::divide(10000.0, width);
+}
+
+ZoomWindow parseZoom(const QString &text)
+{
+    const QStringList parts = text.split(u',');
+    bool ok = parts.size() == 3;
+    ZoomWindow z{};
+    if (ok)
+        z = {parts[0].toInt(&ok), 0, 0};
+    if (ok)
+        z.y = parts[1].toInt(&ok);
+    if (ok)
+        z.width = parts[2].toInt(&ok);
+    if (!ok)
+        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not \"%1\"").arg(text));
+    return z;
 }
 
 void writeOutput(const QString &path, const QByteArray &bytes)

@@ -27,5 +27,15 @@ QString parseWithMapFile(QCommandLineParser &parser, const QStringList &argument
 // runs its checks and then the generation. Throws CliFailure.
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);
 
+// The view of a finished zoom, --zoom X,Y,W: the square of side W light
+// years from (X, Y).
+struct ZoomWindow {
+    int32_t x, y, width;
+    // Sets the view; DivisionByZeroError for a width of 0.
+    void applyTo(GameData &data) const;
+};
+// Usage error (2) for anything but three whole numbers.
+ZoomWindow parseZoom(const QString &text);
+
 // Writes to the file (replaced atomically) or to standard output when empty.
 void writeOutput(const QString &path, const QByteArray &bytes);

@@ -67,26 +67,6 @@ MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
     return *entry;
 }
 
-struct ZoomWindow {
-    int32_t x, y, width;
-};
-
-ZoomWindow parseZoom(const QString &text)
-{
-    const QStringList parts = text.split(u',');
-    bool ok = parts.size() == 3;
-    ZoomWindow z{};
-    if (ok)
-        z = {parts[0].toInt(&ok), 0, 0};
-    if (ok)
-        z.y = parts[1].toInt(&ok);
-    if (ok)
-        z.width = parts[2].toInt(&ok);
-    if (!ok)
-        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not \"%1\"").arg(text));
-    return z;
-}
-
 } // namespace
 
 int runRender(const QStringList &arguments)
@@ -156,13 +136,7 @@ int runRender(const QStringList &arguments)
             // The view of a finished zoom: the zoom button stays pressed.
             buttons.setPressedQuietly(ZoomInButton, true);
             zoom.ZoomArmed = 1;
-            data.OriginX = zoomWindow->x;
-            data.OriginY = zoomWindow->y;
-            data.FarX = zoomWindow->x + zoomWindow->width;
-            data.FarY = zoomWindow->y + zoomWindow->width;
-            if (zoomWindow->width == 0)
-                throw conv::DivisionByZeroError();
-            data.Scale = 10000.0 / zoomWindow->width;
+            zoomWindow->applyTo(data);
         }
         MapRedraw redraw(data, canvas, buttons, zoom, host);
         buttons.onClick = [&redraw](int) { redraw.redrawUniverse(); };

@@ -3,6 +3,7 @@
 
 #include "CliOptions.h"
 #include "ExportCommand.h"
+#include "PlanetCommand.h"
 #include "RenderCommand.h"
 
 #include <QCoreApplication>
@@ -18,6 +19,7 @@ void printUsage()
     std::fputs("usage: veltro-cli export MAPFILE [selection] [--format json|csv] [--grid] [-o FILE]\n"
                "       veltro-cli render MAPFILE [selection] [--layers LIST] [--zoom X,Y,W] [--size PX]\n"
                "                         [--overlay NAME]... -o OUT.png|OUT.bmp [--trace FILE]\n"
+               "       veltro-cli planet MAPFILE [selection] (--at X,Y | --number N) [--zoom X,Y,W] [-o FILE]\n"
                "selection: [--own N] [--year Y] [--report-year N=Y]... [--skip N]...\n",
                stderr);
 }
@@ -56,6 +58,8 @@ int main(int argc, char *argv[])
             return runExport(arguments);
         if (command == u"render")
             return runRender(arguments);
+        if (command == u"planet")
+            return runPlanet(arguments);
         printUsage();
         return 2;
     } catch (const CliFailure &failure) {

@@ -1,36 +1,23 @@
 // Choosing a game's files, and veltro-cli export as scripts see it: exit
 // statuses, messages, JSON and CSV.
 
+#include "CliRun.h"
 #include "TestGame.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
 
 namespace {
 
-struct Run {
-    int status = -1; // -1: the program crashed
-    QByteArray out;
-    QString err;
-};
+using Run = CliRun;
 
 Run exportGame(const TestGame &game, const QStringList &options = {})
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "de_DE.UTF-8"); // a decimal comma, where installed
-    process.setProcessEnvironment(environment);
-    process.start(VELTRO_CLI, QStringList{"export", game.path("game.map")} + options);
-    process.waitForFinished(-1);
-    Run run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-    if (process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    return run;
+    return runCli(QStringList{"export", game.path("game.map")} + options);
 }
 
 } // namespace

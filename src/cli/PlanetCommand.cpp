@@ -1,0 +1,163 @@
+#include "PlanetCommand.h"
+
+#include "CliOptions.h"
+#include "InteractionHost.h"
+#include "MapPointer.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextStream>
+#include <charconv>
+#include <cstdlib>
+
+namespace {
+
+// A window without a window: nothing to redraw, prompts answered empty.
+class QuietHost : public InteractionHost {
+public:
+    void redraw() override {}
+    QString askText(const QString &, const QString &, const QString &) override { return QString(); }
+    void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
+};
+
+// A float as the trace writes it: its shortest decimal text.
+QJsonValue floatValue(float f)
+{
+    char buffer[32];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer - 1, f).ptr;
+    *end = '\0';
+    return QJsonValue(std::strtod(buffer, nullptr));
+}
+
+QJsonValue textOrNull(bool pointer, const QString &text)
+{
+    return pointer ? QJsonValue(text) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonArray pieJson(const PieBox &pie)
+{
+    QJsonArray slices;
+    for (const PieSlice &s : pie.slices()) {
+        QJsonObject slice;
+        slice.insert(u"start", floatValue(s.start));
+        slice.insert(u"end", floatValue(s.end));
+        slice.insert(u"FillColor", s.fillColour);
+        slices.append(slice);
+    }
+    return slices;
+}
+
+QJsonArray textArray(const std::array<QString, MaxPlayers> &texts)
+{
+    QJsonArray a;
+    for (const QString &t : texts)
+        a.append(t);
+    return a;
+}
+
+struct Spot {
+    double x, y;
+};
+
+Spot parseSpot(const QString &text)
+{
+    const QStringList parts = text.split(u',');
+    bool ok = parts.size() == 2;
+    Spot s{};
+    if (ok)
+        s.x = parts[0].toDouble(&ok);
+    if (ok)
+        s.y = parts[1].toDouble(&ok);
+    if (!ok)
+        throw CliFailure(2, QStringLiteral("--at takes X,Y in light years, not \"%1\"").arg(text));
+    return s;
+}
+
+} // namespace
+
+int runPlanet(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    addGameSelectionOptions(parser);
+    parser.addOption({QStringLiteral("at"), QStringLiteral("The pointer at universe position X,Y, moved there, then clicked."),
+                      QStringLiteral("X,Y")});
+    parser.addOption({QStringLiteral("number"), QStringLiteral("The panel of planet row N alone, without a pointer."),
+                      QStringLiteral("N")});
+    parser.addOption({QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."),
+                      QStringLiteral("X,Y,W")});
+    parser.addOption({QStringLiteral("o"), QStringLiteral("Write to FILE instead of standard output."),
+                      QStringLiteral("FILE")});
+    const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("planet"));
+    const bool pointer = parser.isSet(QStringLiteral("at"));
+    if (pointer == parser.isSet(QStringLiteral("number")))
+        throw CliFailure(2, QStringLiteral("planet takes one of --at X,Y and --number N"));
+    const Spot spot = pointer ? parseSpot(parser.value(QStringLiteral("at"))) : Spot{};
+    std::optional<ZoomWindow> zoomWindow;
+    if (parser.isSet(QStringLiteral("zoom")))
+        zoomWindow = parseZoom(parser.value(QStringLiteral("zoom")));
+
+    GameData data;
+    loadGame(mapFile, parser, data);
+    int number = 0;
+    if (!pointer) {
+        bool ok = false;
+        number = parser.value(QStringLiteral("number")).toInt(&ok);
+        if (!ok || number < 1 || number > data.PlanetCount)
+            throw CliFailure(2, QStringLiteral("--number takes a planet row from 1 to %1, not \"%2\"")
+                                    .arg(data.PlanetCount).arg(parser.value(QStringLiteral("number"))));
+    }
+
+    Canvas canvas;
+    OverlayButtons buttons;
+    ZoomFlags zoom;
+    ZoomTool zoomTool(data, zoom, buttons, canvas);
+    AnnotationTools annotations(data, canvas);
+    PlanetDetail detail;
+    detail.nameRaces(data);
+    MapPointer mapPointer(data, zoom, zoomTool, annotations, detail);
+    QuietHost host;
+    QList<int> picked;
+    try {
+        if (zoomWindow)
+            zoomWindow->applyTo(data);
+        if (pointer) {
+            const float x = float((spot.x - data.OriginX) * data.Scale);
+            const float y = float((spot.y - data.OriginY) * data.Scale);
+            mapPointer.mouseMove(x, y);
+            picked = mapPointer.mouseDown(x, y, host);
+        } else {
+            HabCarry carry;
+            detail.fill(data, number, carry);
+            picked = {number};
+        }
+    } catch (const PanelFillError &e) {
+        throw CliFailure(1, e.message);
+    } catch (const std::exception &e) {
+        throw CliFailure(1, QStringLiteral("the spot could not be looked up: %1").arg(QString::fromUtf8(e.what())));
+    }
+
+    QJsonObject o;
+    const PointerReadout &readout = mapPointer.readout();
+    o.insert(u"XYCoord", textOrNull(pointer, readout.XYCoord));
+    o.insert(u"theplanet", textOrNull(pointer, readout.thePlanet));
+    o.insert(u"ToolTip", textOrNull(pointer, readout.toolTip));
+    QJsonArray pickedJson;
+    for (int i : picked)
+        pickedJson.append(i);
+    o.insert(u"Picked", pickedJson);
+    if (picked.isEmpty()) {
+        o.insert(u"Detail", QJsonValue(QJsonValue::Null));
+    } else {
+        QJsonObject labels;
+        for (int i = 0; i < DetailLabelCount; ++i)
+            labels.insert(QLatin1String(detailLabelName(i)), detail.labels[size_t(i)]);
+        o.insert(u"Detail", labels);
+    }
+    o.insert(u"RName", textArray(detail.RName));
+    o.insert(u"RHab", textArray(detail.RHab));
+    o.insert(u"Pie1", pieJson(detail.Pie1));
+    o.insert(u"Pie2", pieJson(detail.Pie2));
+    writeOutput(parser.value(QStringLiteral("o")), QJsonDocument(o).toJson(QJsonDocument::Indented));
+    return 0;
+}

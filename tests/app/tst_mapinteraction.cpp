@@ -69,12 +69,12 @@ struct SampleWindow {
         const double k = map()->width() / double(Canvas::ScaleWidth);
         return QPoint(int((x - d.OriginX) * d.Scale * k) + 1, int((y - d.OriginY) * d.Scale * k) + 1);
     }
-    // The first planet with no other within 20 light years.
-    int lonePlanet() const
+    // The first planet with no other within 20 light years, reported or not.
+    int lonePlanet(bool reported = true) const
     {
         const GameData &d = w.gameData();
         for (int i = 1; i <= d.PlanetCount; ++i) {
-            bool alone = true;
+            bool alone = d.planet(i)[AgeText].text().isEmpty() != reported;
             for (int j = 1; j <= d.PlanetCount && alone; ++j)
                 alone = i == j || std::hypot(d.planet(i)[X].val() - d.planet(j)[X].val(),
                                              d.planet(i)[Y].val() - d.planet(j)[Y].val()) > 20;
@@ -112,11 +112,19 @@ private slots:
         QVERIFY(s.label("RHab0").endsWith('%'));
         QVERIFY(m_sink.messages.isEmpty());
 
+        // A planet never reported has no gravity: each click scores it
+        // afresh, nothing carried over from the click before.
+        const PlanetInfo &unknown = s.w.gameData().planet(s.lonePlanet(false));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(unknown[X].val(), unknown[Y].val()));
+        QCOMPARE(s.label("ReportAge"), "Unexplored");
+        for (int i = 0; i < s.w.gameData().PlayerCount; ++i)
+            QCOMPARE(s.w.detailPanel()->raceHab(i)->text(), "0%");
+
         // Deep space names nothing and leaves the panel as it was.
         hover(s.map(), QPoint(2, s.map()->height() - 2));
         QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(2, s.map()->height() - 2));
         QCOMPARE(s.label("theplanet"), " Deep Space");
-        QCOMPARE(s.label("PlanetName"), name);
+        QCOMPARE(s.label("PlanetName"), unknown[Name].text());
     }
 
     // The band follows the pointer over the picture without entering it;

@@ -1,5 +1,6 @@
 #include "MessageSink.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace {
@@ -14,6 +15,12 @@ public:
     bool question(QWidget *parent, const QString &title, const QString &text) override
     {
         return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    }
+    QString input(QWidget *parent, const QString &title, const QString &prompt, const QString &defaultAnswer) override
+    {
+        bool ok = false;
+        const QString text = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, defaultAnswer, &ok);
+        return ok ? text : QString();
     }
 };
 

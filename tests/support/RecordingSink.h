@@ -1,6 +1,7 @@
 #pragma once
 // A message seam for window tests: records every message box and question
-// instead of showing it, and answers questions with `answer`.
+// instead of showing it, answers questions with `answer` and input boxes
+// with the next of `inputs` ("" when none is left, as a cancelled box).
 
 #include "MessageSink.h"
 
@@ -14,6 +15,12 @@ public:
         messages << text;
         return answer;
     }
+    QString input(QWidget *, const QString &title, const QString &prompt, const QString &defaultAnswer) override
+    {
+        messages << title + u'|' + prompt + u'|' + defaultAnswer;
+        return inputs.isEmpty() ? QString() : inputs.takeFirst();
+    }
     QStringList messages;
     bool answer = true;
+    QStringList inputs;
 };

@@ -19,6 +19,7 @@
 class MapCanvasWidget;
 class OpenFileDialog;
 class OverlayButtonBar;
+class PlanetGridWindow;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -26,6 +27,7 @@ class QMenu;
 class QProgressBar;
 class QPushButton;
 class QTabWidget;
+class RaceColourWindow;
 class RaceLegend;
 class RasterSurface;
 class LegendWindow;
@@ -64,6 +66,7 @@ private:
     void runRedraw();
     void showError(const QString &text);
     void fitCanvasToWidget();
+    void editRaceColour(int index);
 
     // GenerationObserver
     void resetWindow() override;
@@ -108,4 +111,6 @@ private:
     HabCarry m_habCarry;
     OpenFileDialog *m_openFile = nullptr;
     LegendWindow *m_key = nullptr;
+    PlanetGridWindow *m_grid = nullptr;
+    RaceColourWindow *m_raceColour = nullptr;
 };

@@ -109,6 +109,8 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
             value->setObjectName(QStringLiteral("ShowData%1").arg(field));
             value->setAccessibleName(axis + (side == 0 ? QStringLiteral(" Low") : QStringLiteral(" High")));
             value->setFlat(true);
+            value->setCursor(Qt::PointingHandCursor);
+            value->setToolTip(QStringLiteral("Click to change"));
             value->setAutoDefault(false);
             connect(value, &QPushButton::clicked, this, [this, field] { editRange(field); });
             m_ranges[size_t(field - MinGrav)] = value;

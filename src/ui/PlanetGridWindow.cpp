@@ -41,6 +41,8 @@ PlanetGridWindow::PlanetGridWindow(QWidget *parent) : QDialog(parent)
     QHeaderView *heading = m_table->horizontalHeader();
     heading->setSectionsClickable(false);
     heading->setHighlightSections(false);
+    // Narrow columns cut their headings short; the start reads best.
+    heading->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     heading->setSectionResizeMode(QHeaderView::Interactive);
     heading->setToolTip(QStringLiteral("Left click sorts ascending, right click descending"));
     for (int c = 0; c < PlanetGridColumns; ++c)

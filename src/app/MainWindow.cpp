@@ -4,6 +4,7 @@
 #include "AnnotationToolBox.h"
 #include "Conversions.h"
 #include "DetailPanel.h"
+#include "EmpireStatWindow.h"
 #include "EstHabOverlay.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
@@ -14,7 +15,9 @@
 #include "MineralOverlays.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
+#include "PlanetGridWindow.h"
 #include "PlanetNames.h"
+#include "RaceColourWindow.h"
 #include "RaceLegend.h"
 #include "RasterSurface.h"
 #include "StargateOverlay.h"
@@ -38,15 +41,6 @@ QString startCaption()
 {
     return QStringLiteral("Veltro Marches for Stars!   Version %1.%2.%3")
         .arg(VELTRO_VERSION_MAJOR).arg(VELTRO_VERSION_MINOR).arg(VELTRO_VERSION_PATCH);
-}
-
-// A menu entry whose command arrives with a later part of the program.
-QAction *addPending(QMenu *menu, const QString &name, const QString &caption)
-{
-    QAction *action = menu->addAction(caption);
-    action->setObjectName(name);
-    action->setEnabled(false);
-    return action;
 }
 
 } // namespace
@@ -104,8 +98,14 @@ void MainWindow::createMenus()
 
     QMenu *data = menuBar()->addMenu(QStringLiteral("&Data"));
     data->setObjectName(QStringLiteral("mnuData"));
-    addPending(data, QStringLiteral("mnuGrid"), QStringLiteral("Planet &Grid"));
-    addPending(data, QStringLiteral("mnuGrid2"), QStringLiteral("&Empire Statistics"));
+    data->addAction(QStringLiteral("Planet &Grid"), this, [this] {
+            if (!m_grid)
+                m_grid = new PlanetGridWindow(this);
+            m_grid->fill(m_data);
+            m_grid->exec();
+        })->setObjectName(QStringLiteral("mnuGrid"));
+    data->addAction(QStringLiteral("&Empire Statistics"), this, [this] { EmpireStatWindow(m_data, this).exec(); })
+        ->setObjectName(QStringLiteral("mnuGrid2"));
 
     QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -201,6 +201,21 @@ void MainWindow::createControls()
     });
 
     m_legend = std::make_unique<RaceLegend>(m_client);
+    for (int i = 0; i < 16; ++i)
+        connect(m_legend->swatch(i), &QAbstractButton::clicked, this, [this, i] { editRaceColour(i); });
+}
+
+void MainWindow::editRaceColour(int index)
+{
+    if (!m_raceColour) {
+        m_raceColour = new RaceColourWindow(m_data, this);
+        connect(m_raceColour, &RaceColourWindow::colourStored, this,
+                [this](int i, const QColor &colour) { m_legend->swatch(i)->setColour(colour); });
+    }
+    m_raceColour->openFor(index);
+    m_raceColour->exec();
+    // Borders and planets take the new colour now, however the editor closed.
+    runRedraw();
 }
 
 void MainWindow::resizeEvent(QResizeEvent *event)
@@ -435,7 +450,7 @@ void MainWindow::redraw()
 
 QString MainWindow::askText(const QString &message, const QString &title, const QString &defaultAnswer)
 {
-    return messageSink().askText(this, title, message, defaultAnswer);
+    return messageSink().input(this, title, message, defaultAnswer);
 }
 
 void MainWindow::showReadout()

@@ -26,12 +26,14 @@ class DetailPanel;
 class MapCanvasWidget;
 class OpenFileDialog;
 class OverlayButtonBar;
+class PlanetGridWindow;
 class QAction;
 class QComboBox;
 class QLabel;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class RaceColourWindow;
 class RaceLegend;
 class RasterSurface;
 class LegendWindow;
@@ -77,6 +79,7 @@ private:
     void showReadout();
     void showError(const QString &text);
     void fitCanvasToWidget();
+    void editRaceColour(int index);
 
     // GenerationObserver
     void resetWindow() override;
@@ -132,4 +135,6 @@ private:
     HabCarry m_habCarry;
     OpenFileDialog *m_openFile = nullptr;
     LegendWindow *m_key = nullptr;
+    PlanetGridWindow *m_grid = nullptr;
+    RaceColourWindow *m_raceColour = nullptr;
 };

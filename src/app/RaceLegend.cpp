@@ -6,9 +6,10 @@
 #include <QLabel>
 #include <QPainter>
 
-RaceSwatch::RaceSwatch(QWidget *parent) : QWidget(parent)
+RaceSwatch::RaceSwatch(QWidget *parent) : QAbstractButton(parent)
 {
     setToolTip(QStringLiteral("Click to Change Colour"));
+    setAccessibleName(toolTip());
     setFixedSize(28, 18);
 }
 
@@ -61,6 +62,7 @@ void RaceLegend::show(const GameData &d)
         m_labels[size_t(k - 1)]->setText(name);
         const int32_t c = d.raceColour(k);
         m_swatches[size_t(k - 1)]->setColour(QColor(redOf(c), greenOf(c), blueOf(c)));
+        m_swatches[size_t(k - 1)]->setAccessibleDescription(name);
         m_swatches[size_t(k - 1)]->setVisible(!name.isEmpty());
     }
 }

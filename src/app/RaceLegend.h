@@ -1,14 +1,15 @@
 #pragma once
 // The race legend beside the map: for each of up to sixteen races its name
-// and a hatched colour swatch, as the borders show them.
+// and a hatched colour swatch, as the borders show them. A click on a
+// swatch asks for a new colour.
 
-#include <QWidget>
+#include <QAbstractButton>
 #include <array>
 
 class QLabel;
 struct GameData;
 
-class RaceSwatch : public QWidget {
+class RaceSwatch : public QAbstractButton {
     Q_OBJECT
 public:
     explicit RaceSwatch(QWidget *parent = nullptr);

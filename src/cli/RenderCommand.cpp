@@ -5,6 +5,7 @@
 #include "MapRedraw.h"
 #include "MineralOverlays.h"
 #include "PlanetNames.h"
+#include "RaceColourOption.h"
 #include "RasterSurface.h"
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
@@ -83,6 +84,10 @@ int runRender(const QStringList &arguments)
                       QStringLiteral("A menu overlay drawn after the redraw (repeatable, in order): iron, bora, germ, "
                                      "avgmc, age, terra, stargate-safe, stargate-all, names, esthab=RACENAME."),
                       QStringLiteral("NAME")});
+    parser.addOption({QStringLiteral("race-colour"),
+                      QStringLiteral("Draw race NAME (as the reports name it) in colour #RRGGBB, as the race colour "
+                                     "editor would; red + green + blue must reach 192 (repeatable)."),
+                      QStringLiteral("NAME=#RRGGBB")});
     parser.addOption({QStringLiteral("o"), QStringLiteral("The picture, PNG or BMP."), QStringLiteral("FILE")});
     parser.addOption({QStringLiteral("trace"), QStringLiteral("Also write every canvas operation."),
                       QStringLiteral("FILE")});
@@ -100,6 +105,7 @@ int runRender(const QStringList &arguments)
     std::vector<MenuOverlay> overlays;
     for (const QString &name : parser.values(QStringLiteral("overlay")))
         overlays.push_back(menuOverlay(name, habCarry));
+    const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     bool ok = false;
     const int pixels = parser.value(QStringLiteral("size")).toInt(&ok);
     if (!ok || pixels < 1 || pixels > 20000)
@@ -117,6 +123,7 @@ int runRender(const QStringList &arguments)
 
     GameData data;
     loadGame(mapFile, parser, data);
+    applyRaceColours(raceColours, data);
 
     Canvas canvas(pixels * 15);
     auto raster = std::make_shared<RasterSurface>(pixels);

@@ -18,7 +18,8 @@ void printUsage()
 {
     std::fputs("usage: veltro-cli export MAPFILE [selection] [--format json|csv] [--grid] [-o FILE]\n"
                "       veltro-cli render MAPFILE [selection] [--layers LIST] [--zoom X,Y,W] [--size PX]\n"
-               "                         [--overlay NAME]... -o OUT.png|OUT.bmp [--trace FILE]\n"
+               "                         [--overlay NAME]... [--race-colour NAME=#RRGGBB]...\n"
+               "                         -o OUT.png|OUT.bmp [--trace FILE]\n"
                "       veltro-cli planet MAPFILE [selection] (--at X,Y | --number N) [--zoom X,Y,W] [-o FILE]\n"
                "selection: [--own N] [--year Y] [--report-year N=Y]... [--skip N]...\n",
                stderr);

@@ -131,6 +131,11 @@ double round2(double x)
     return roundHalfEven(x * 100.0) / 100.0;
 }
 
+double round3(double x)
+{
+    return roundHalfEven(x * 1000.0) / 1000.0;
+}
+
 QString numberText(double x)
 {
     if (x == std::floor(x) && std::fabs(x) < 1e15)

@@ -57,6 +57,8 @@ double divide(double a, double b);
 
 // Round(x, 2): half to even of x * 100, divided by 100.
 double round2(double x);
+// Round(x, 3) likewise, with 1000.
+double round3(double x);
 
 // A number as the game's text conversion writes it: whole numbers plainly,
 // others with up to 15 significant digits.

@@ -16,9 +16,11 @@ public:
     {
         return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
     }
-    QString askText(QWidget *parent, const QString &title, const QString &text, const QString &defaultAnswer) override
+    QString input(QWidget *parent, const QString &title, const QString &prompt, const QString &defaultAnswer) override
     {
-        return QInputDialog::getText(parent, title, text, QLineEdit::Normal, defaultAnswer);
+        bool ok = false;
+        const QString text = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, defaultAnswer, &ok);
+        return ok ? text : QString();
     }
 };
 

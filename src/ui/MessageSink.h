@@ -14,9 +14,9 @@ public:
     virtual void information(QWidget *parent, const QString &text) = 0;
     // A Yes/No question with its own title; true for Yes.
     virtual bool question(QWidget *parent, const QString &title, const QString &text) = 0;
-    // A line of text asked for with a title and a default answer; "" when cancelled.
-    virtual QString askText(QWidget *parent, const QString &title, const QString &text,
-                            const QString &defaultAnswer) = 0;
+    // An input box with its own title and a default answer; the text typed,
+    // or "" when it was cancelled.
+    virtual QString input(QWidget *parent, const QString &title, const QString &prompt, const QString &defaultAnswer) = 0;
 };
 
 // The application's title, the title of every message box.

@@ -1,10 +1,14 @@
 // The main window driven offscreen: its start-up state, loading the sample
 // game through the file selection, overlay presses and the resize rule.
 
+#include "EmpireStatWindow.h"
 #include "MainWindow.h"
 #include "RecordingSink.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
+#include "PlanetGridWindow.h"
+#include "RaceColourWindow.h"
+#include "RaceLegend.h"
 #include "RasterSurface.h"
 #include "TestGame.h"
 
@@ -14,8 +18,10 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -27,6 +33,31 @@ bool pictureIsBlack(const QImage &image)
             if ((image.pixel(x, y) & 0xFFFFFF) != 0)
                 return false;
     return true;
+}
+
+int countColour(const QImage &image, const QColor &colour)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += image.pixelColor(x, y) == colour;
+    return n;
+}
+
+// Runs `inside` on the modal window of type T once `open` has shown it.
+template <typename T, typename Open, typename Inside>
+bool whileModal(Open open, Inside inside)
+{
+    bool ran = false;
+    QTimer::singleShot(0, [&] {
+        if (auto *window = qobject_cast<T *>(QApplication::activeModalWidget())) {
+            inside(*window);
+            window->close();
+            ran = true;
+        }
+    });
+    open();
+    return ran;
 }
 
 QAction *action(const MainWindow &w, const char *name)
@@ -65,7 +96,8 @@ private slots:
             QVERIFY(!w.overlayBar()->button(i)->isEnabled());
         QVERIFY(!w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
         QVERIFY(action(w, "mnuMap")->isEnabled());
-        QVERIFY(!action(w, "mnuGrid")->isEnabled()); // arrives with the planet grid
+        QVERIFY(action(w, "mnuGrid")->isEnabled());
+        QVERIFY(action(w, "mnuGrid2")->isEnabled());
         QVERIFY(pictureIsBlack(w.raster().image()));
     }
 
@@ -140,6 +172,64 @@ private slots:
         QVERIFY(m_sink.messages[0].startsWith(QStringLiteral("Drawing the map failed")));
         QVERIFY(!pictureIsBlack(w.raster().image()));
         QVERIFY(w.overlayBar()->button(UniverseButton)->isEnabled());
+    }
+
+    void recolouredRaceShowsAtOnceInTheLegendAndOnTheMapAfterClosing()
+    {
+        MainWindow w;
+        w.resize(1200, 800);
+        w.show();
+        QVERIFY(load(w, QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"), QStringLiteral("2431")));
+        QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
+        const QColor chosen(64, 200, 72);
+        QCOMPARE(countColour(w.raster().image(), chosen), 0);
+        RaceSwatch *swatch = w.findChild<RaceSwatch *>(QStringLiteral("RaceC0"));
+        QVERIFY(whileModal<RaceColourWindow>([&] { swatch->click(); }, [&](RaceColourWindow &editor) {
+            QCOMPARE(editor.slider(0)->value(), 255); // the race's colour so far
+            editor.slider(0)->setValue(chosen.red());
+            editor.slider(1)->setValue(chosen.green());
+            editor.slider(2)->setValue(chosen.blue());
+            editor.okButton()->click();
+            QVERIFY(countColour(swatch->grab().toImage(), chosen) > 0);
+            QCOMPARE(countColour(w.raster().image(), chosen), 0);
+        }));
+        QVERIFY(countColour(w.raster().image(), chosen) > 0);
+        QCOMPARE(w.gameData().raceColour(1), 64 + 256 * 200 + 65536 * 72);
+
+        // Closed without OK: nothing stored, and the map is drawn again all
+        // the same, which takes the names drawn over it away.
+        QTest::mouseClick(w.overlayBar()->button(ClearMapButton), Qt::LeftButton);
+        action(w, "mnuNames")->trigger();
+        QVERIFY(!pictureIsBlack(w.raster().image()));
+        QVERIFY(whileModal<RaceColourWindow>([&] { swatch->click(); }, [](RaceColourWindow &editor) {
+            editor.slider(0)->setValue(10);
+        }));
+        QCOMPARE(w.gameData().raceColour(1), 64 + 256 * 200 + 65536 * 72);
+        QVERIFY(pictureIsBlack(w.raster().image()));
+    }
+
+    void dataMenuOpensTheGridAndTheStatistics()
+    {
+        MainWindow w;
+        QVERIFY(load(w, QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"), QStringLiteral("2431")));
+        int rows = -1;
+        QVERIFY(whileModal<PlanetGridWindow>([&] { action(w, "mnuGrid")->trigger(); },
+                                             [&](PlanetGridWindow &grid) { rows = grid.model().rowCount(); }));
+        QCOMPARE(rows, w.gameData().PlanetCount);
+
+        // A new bound is stored at once; the picture waits for the next estimate.
+        QTest::mouseClick(w.findChild<QPushButton *>(QStringLiteral("EstHab")), Qt::LeftButton);
+        const QImage estimated = w.raster().image();
+        m_sink.inputs = QStringList{"0.2"};
+        QString shown;
+        QVERIFY(whileModal<EmpireStatWindow>([&] { action(w, "mnuGrid2")->trigger(); }, [&](EmpireStatWindow &stats) {
+            shown = stats.raceList()->currentText();
+            stats.rangeValue(MinGrav)->click();
+        }));
+        QCOMPARE(shown, w.gameData().OwnRaceName);
+        QCOMPARE(habBoundsOf(w.gameData(), shown).minGrav, 0.2);
+        QCOMPARE(m_sink.messages.size(), 1); // the prompt, no refusal
+        QCOMPARE(w.raster().image(), estimated);
     }
 
     void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()

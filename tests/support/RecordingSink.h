@@ -1,6 +1,7 @@
 #pragma once
 // A message seam for window tests: records every message box and question
-// instead of showing it, answers questions with `answer` and prompts from `answers`.
+// instead of showing it, answers questions with `answer` and input boxes
+// with the next of `inputs` ("" when none is left, as a cancelled box).
 
 #include "MessageSink.h"
 
@@ -14,13 +15,12 @@ public:
         messages << text;
         return answer;
     }
-    // Prompts take the next of `answers` ("" when none is left), as if typed.
-    QString askText(QWidget *, const QString &, const QString &text, const QString &) override
+    QString input(QWidget *, const QString &title, const QString &prompt, const QString &defaultAnswer) override
     {
-        messages << text;
-        return answers.isEmpty() ? QString() : answers.takeFirst();
+        messages << title + u'|' + prompt + u'|' + defaultAnswer;
+        return inputs.isEmpty() ? QString() : inputs.takeFirst();
     }
     QStringList messages;
     bool answer = true;
-    QStringList answers;
+    QStringList inputs;
 };

@@ -1,0 +1,140 @@
+// What the data windows work out, without a display: the planet grid's
+// cells, tints and sort orders, the empire averages and the checks on a new
+// habitability bound.
+
+#include "EmpireStatistics.h"
+#include "PlanetGridModel.h"
+
+#include <QTest>
+
+namespace {
+
+// Planets named and peopled as given; owners by race column, 0 for none.
+GameData gridGame(const QList<std::tuple<QString, Value, int>> &planets)
+{
+    GameData d;
+    for (const auto &[name, population, owner] : planets) {
+        PlanetInfo row;
+        row[Number] = Value(int(d.Planets.size()) + 1);
+        row[Name] = Value(name);
+        row[Population] = population;
+        if (owner > 0)
+            row[OwnerIndex] = Value(owner);
+        d.Planets.push_back(row);
+    }
+    return d;
+}
+
+PlayerInfo race(double planets, double population, double iron)
+{
+    PlayerInfo r;
+    r[TotalPlanets] = Value(planets);
+    r[TotalPopulation] = Value(population);
+    r[TotalIron] = Value(iron);
+    r[MinGrav] = Value(0.5);
+    r[MaxGrav] = Value(2.0);
+    return r;
+}
+
+} // namespace
+
+class DataTablesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void gridCellsAndTints()
+    {
+        GameData d = gridGame({{"Home", Value(u"Unknown"), 1}, {"Rock", Value(u"Uninhabited"), 0}});
+        d.RaceRGB[0] = {255, 128, 0};
+        d.planet(1)[Starbase] = Value(u"None");
+        d.planet(2)[OwnerIndex] = Value(u""); // a report without an owner
+        PlanetGridModel m;
+        m.fill(d);
+        QCOMPARE(m.columnCount(), 23);
+        QCOMPARE(m.headerData(8, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("SOI "));
+
+        QCOMPARE(m.text(0, 7), QStringLiteral("0"));            // exactly "Unknown"
+        QCOMPARE(m.text(1, 7), QStringLiteral("Uninhabited")); // other texts as they are
+        QCOMPARE(m.text(0, 5), QStringLiteral("None"));
+        QCOMPARE(m.data(m.index(0, 22), Qt::BackgroundRole).value<QColor>(), QColor(85, 43, 0));
+        QCOMPARE(m.data(m.index(1, 3), Qt::BackgroundRole).value<QColor>(), QColor(Qt::black));
+        QCOMPARE(m.data(m.index(1, 3), Qt::ForegroundRole).value<QColor>(), QColor(Qt::white));
+
+        QList<int> textColumns;
+        for (int c = 0; c < PlanetGridColumns; ++c)
+            if (!sortsAsNumber(c))
+                textColumns << c;
+        QCOMPARE(textColumns, (QList<int>{3, 4, 5, 6}));
+    }
+
+    void gridSorts_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<int>("order");
+        QTest::addColumn<QList<int>>("expected");
+        // Texts without a number and "Unknown" count as 0; equal keys keep
+        // their order whichever the direction.
+        QTest::newRow("population ascending") << 7 << int(Qt::AscendingOrder) << QList<int>{2, 3, 5, 4, 1};
+        QTest::newRow("population descending") << 7 << int(Qt::DescendingOrder) << QList<int>{1, 4, 5, 2, 3};
+        // Case ignored: a case-sensitive sort would put "Delta" before "beta".
+        QTest::newRow("name ascending") << 3 << int(Qt::AscendingOrder) << QList<int>{2, 1, 4, 5, 3};
+        QTest::newRow("name descending") << 3 << int(Qt::DescendingOrder) << QList<int>{3, 5, 4, 1, 2};
+    }
+
+    void gridSorts()
+    {
+        QFETCH(int, column);
+        QFETCH(int, order);
+        QFETCH(QList<int>, expected);
+        PlanetGridModel m;
+        m.fill(gridGame({{"beta", Value(u"1200"), 1}, {"Alpha", Value(u"Uninhabited"), 0},
+                         {"gamma", Value(u"Unknown"), 2}, {"Delta", Value(95), 2}, {"epsilon", Value(u"30"), 1}}));
+        m.sort(column, Qt::SortOrder(order));
+        QList<int> numbers;
+        for (int r = 0; r < m.rowCount(); ++r)
+            numbers << m.text(r, 0).toInt();
+        QCOMPARE(numbers, expected);
+        // Rows move whole, with their tint.
+        QCOMPARE(m.data(m.index(int(numbers.indexOf(4)), 0), Qt::BackgroundRole).value<QColor>(), QColor(0, 85, 0));
+    }
+
+    void empireAveragesFloorAndRound()
+    {
+        auto averages = empireAverages(race(3, 2000, 20));
+        QCOMPARE(averages[0], QStringLiteral("666"));   // 666.67 floored
+        QCOMPARE(averages[4], QStringLiteral("6.667")); // 6.66667 to 3 decimals
+        // No planets: zeros rather than a division by zero.
+        averages = empireAverages(race(0, 0, 0));
+        QCOMPARE(QStringList(averages.begin(), averages.end()), QStringList(7, QStringLiteral("0")));
+    }
+
+    void rangeAnswers_data()
+    {
+        QTest::addColumn<int>("field");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<double>("stored");
+        const int stored = int(RangeAnswer::Stored), refused = int(RangeAnswer::Refused);
+        QTest::newRow("0.125 rounds to the lowest gravity") << int(MinGrav) << "0.125" << stored << 0.12;
+        QTest::newRow("below the lowest gravity") << int(MinGrav) << "0.11" << refused << 0.5;
+        QTest::newRow("minimum up to the maximum") << int(MinGrav) << "2 g" << stored << 2.0;
+        QTest::newRow("minimum above the maximum") << int(MinGrav) << "2.01" << refused << 0.5;
+        QTest::newRow("highest gravity") << int(MaxGrav) << "8" << stored << 8.0;
+        QTest::newRow("beyond the highest gravity") << int(MaxGrav) << "8.01" << refused << 2.0;
+        QTest::newRow("no number is 0") << int(MinRad) << "none" << stored << 0.0;
+        QTest::newRow("empty answer") << int(MaxGrav) << "" << int(RangeAnswer::Unchanged) << 2.0;
+    }
+
+    void rangeAnswers()
+    {
+        QFETCH(int, field);
+        QFETCH(QString, answer);
+        QFETCH(int, result);
+        QFETCH(double, stored);
+        PlayerInfo r = race(1, 1, 1);
+        QCOMPARE(int(applyRangeAnswer(r, field, answer)), result);
+        QCOMPARE(r[field].val(), stored);
+    }
+};
+
+QTEST_GUILESS_MAIN(DataTablesTest)
+#include "tst_datatables.moc"

@@ -1,20 +1,45 @@
 #include "GameExport.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "IndentedJsonWriter.h"
+
+#include <QLocale>
+#include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <numeric>
 
 namespace {
 
-QJsonValue toJson(const Value &v)
+void writeValue(IndentedJsonWriter &json, const Value &v)
 {
     switch (v.kind()) {
-    case Value::Kind::Empty: return QJsonValue(QJsonValue::Null);
-    case Value::Kind::Text: return QJsonValue(v.rawText());
-    case Value::Kind::Number: return QJsonValue(v.rawNumber());
+    case Value::Kind::Empty: return json.null();
+    case Value::Kind::Text: return json.string(v.rawText());
+    case Value::Kind::Number: return json.number(v.rawNumber());
     }
-    return QJsonValue();
+}
+
+// Field numbers in the order of their names, the order of a JSON object's keys.
+template <size_t Count>
+std::array<int, Count> fieldsByName(const char *(*name)(int))
+{
+    std::array<int, Count> order;
+    std::iota(order.begin(), order.end(), 1);
+    std::sort(order.begin(), order.end(), [name](int a, int b) { return std::strcmp(name(a), name(b)) < 0; });
+    return order;
+}
+
+// One planet row or race column as an object keyed by field name.
+template <typename Row, size_t Count>
+void writeRow(IndentedJsonWriter &json, const Row &row, const std::array<int, Count> &order,
+              const char *(*name)(int))
+{
+    json.beginObject();
+    for (int f : order) {
+        json.key(QLatin1StringView(name(f)));
+        writeValue(json, row[f]);
+    }
+    json.endObject();
 }
 
 // Whole numbers without a decimal point, others as the shortest text that
@@ -36,8 +61,7 @@ QByteArray csvCell(const Value &v)
     return text;
 }
 
-// The grid as JSON text, one column per line: written directly, because
-// a QJsonArray of 400,000 values costs tens of megabytes.
+// The grid as JSON text, one column per line.
 void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, bool owners)
 {
     out += ",\n\"";
@@ -48,7 +72,7 @@ void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, boo
         for (int gy = 0; gy <= grid.gridSize(); ++gy) {
             if (gy > 0)
                 out += ',';
-            out += QByteArray::number(owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
+            appendInteger(out, owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
         }
         out += ']';
     }
@@ -59,45 +83,60 @@ void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, boo
 
 QByteArray exportJson(const GameData &d, bool withGrid)
 {
-    QJsonObject o;
-    o.insert(u"MapFilePath", d.MapFilePath);
-    o.insert(u"GameDir", d.GameDir);
-    o.insert(u"AnnotationFilePath", d.AnnotationFilePath);
-    o.insert(u"OwnRaceName", d.OwnRaceName);
-    o.insert(u"AnnotationText", d.AnnotationText);
-    o.insert(u"ReportFormat", d.ReportFormat);
-    o.insert(u"OwnRace", d.OwnRace);
-    o.insert(u"GameYear", d.GameYear);
-    o.insert(u"PlanetCount", d.PlanetCount);
-    o.insert(u"UniverseExtent", d.UniverseExtent);
-    o.insert(u"PlayerCount", d.PlayerCount);
-    o.insert(u"GridSize", d.GridSize);
-    o.insert(u"OriginX", d.OriginX);
-    o.insert(u"OriginY", d.OriginY);
-    o.insert(u"FarX", d.FarX);
-    o.insert(u"FarY", d.FarY);
-    o.insert(u"GridStep", d.GridStep);
-    o.insert(u"Scale", d.Scale);
+    static const auto planetOrder = fieldsByName<PlanetFieldCount>(planetFieldName);
+    static const auto playerOrder = fieldsByName<PlayerFieldCount>(playerFieldName);
 
-    QJsonArray planets;
-    for (const PlanetInfo &p : d.Planets) {
-        QJsonObject planet;
-        for (int f = 1; f <= PlanetFieldCount; ++f)
-            planet.insert(QLatin1String(planetFieldName(f)), toJson(p[f]));
-        planets.append(planet);
-    }
-    o.insert(u"Planets", planets);
+    QByteArray out;
+    IndentedJsonWriter json(out);
+    json.beginObject();
+    json.key(QLatin1StringView("AnnotationFilePath"));
+    json.string(d.AnnotationFilePath);
+    json.key(QLatin1StringView("AnnotationText"));
+    json.string(d.AnnotationText);
+    json.key(QLatin1StringView("FarX"));
+    json.integer(d.FarX);
+    json.key(QLatin1StringView("FarY"));
+    json.integer(d.FarY);
+    json.key(QLatin1StringView("GameDir"));
+    json.string(d.GameDir);
+    json.key(QLatin1StringView("GameYear"));
+    json.integer(d.GameYear);
+    json.key(QLatin1StringView("GridSize"));
+    json.integer(d.GridSize);
+    json.key(QLatin1StringView("GridStep"));
+    json.number(d.GridStep);
+    json.key(QLatin1StringView("MapFilePath"));
+    json.string(d.MapFilePath);
+    json.key(QLatin1StringView("OriginX"));
+    json.integer(d.OriginX);
+    json.key(QLatin1StringView("OriginY"));
+    json.integer(d.OriginY);
+    json.key(QLatin1StringView("OwnRace"));
+    json.integer(d.OwnRace);
+    json.key(QLatin1StringView("OwnRaceName"));
+    json.string(d.OwnRaceName);
+    json.key(QLatin1StringView("PlanetCount"));
+    json.integer(d.PlanetCount);
+    json.key(QLatin1StringView("Planets"));
+    json.beginArray();
+    for (const PlanetInfo &p : d.Planets)
+        writeRow(json, p, planetOrder, planetFieldName);
+    json.endArray();
+    json.key(QLatin1StringView("PlayerCount"));
+    json.integer(d.PlayerCount);
+    json.key(QLatin1StringView("Players"));
+    json.beginArray();
+    for (int k = 1; k <= d.PlayerCount; ++k)
+        writeRow(json, d.player(k), playerOrder, playerFieldName);
+    json.endArray();
+    json.key(QLatin1StringView("ReportFormat"));
+    json.integer(d.ReportFormat);
+    json.key(QLatin1StringView("Scale"));
+    json.number(d.Scale);
+    json.key(QLatin1StringView("UniverseExtent"));
+    json.integer(d.UniverseExtent);
+    json.endObject();
 
-    QJsonArray players;
-    for (int k = 1; k <= d.PlayerCount; ++k) {
-        QJsonObject player;
-        for (int f = 1; f <= PlayerFieldCount; ++f)
-            player.insert(QLatin1String(playerFieldName(f)), toJson(d.player(k)[f]));
-        players.append(player);
-    }
-    o.insert(u"Players", players);
-
-    QByteArray out = QJsonDocument(o).toJson(QJsonDocument::Indented);
     if (withGrid) {
         out.chop(2); // "}\n"
         appendGrid(out, "GridOwner", d.Grid, true);

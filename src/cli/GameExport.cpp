@@ -2,9 +2,8 @@
 
 #include "IndentedJsonWriter.h"
 
-#include <QLocale>
+#include <QStringEncoder>
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <numeric>
 
@@ -42,23 +41,35 @@ void writeRow(IndentedJsonWriter &json, const Row &row, const std::array<int, Co
     json.endObject();
 }
 
-// Whole numbers without a decimal point, others as the shortest text that
-// reads back as the same double.
-QByteArray numberText(double x)
+bool needsQuotes(QStringView text)
 {
-    if (std::isfinite(x) && x == std::floor(x) && std::fabs(x) <= 9007199254740992.0)
-        return QByteArray::number(static_cast<qint64>(x));
-    return QByteArray::number(x, 'g', QLocale::FloatingPointShortest);
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return c == u',' || c == u'"' || c == u'\n' || c == u'\r'; });
 }
 
-QByteArray csvCell(const Value &v)
+// UTF-8 straight into the table, without a byte array per cell.
+void appendUtf8(QByteArray &out, QStringView text, QStringEncoder &utf8)
+{
+    const qsizetype at = out.size();
+    out.resize(at + utf8.requiredSpace(text.size()));
+    const char *end = utf8.appendToBuffer(out.data() + at, text);
+    out.resize(end - out.constData());
+}
+
+// RFC 4180: a cell with a comma, a quote or a line end is quoted, its
+// quotes doubled.
+void appendCsvCell(QByteArray &out, const Value &v, QStringEncoder &utf8)
 {
     if (v.isNumber())
-        return numberText(v.rawNumber());
-    QByteArray text = v.text().toUtf8();
-    if (text.contains(',') || text.contains('"') || text.contains('\n') || text.contains('\r'))
-        text = '"' + text.replace("\"", "\"\"") + '"';
-    return text;
+        return appendShortestNumber(out, v.rawNumber());
+    if (!v.isText())
+        return;
+    const QString &text = v.rawText();
+    if (!needsQuotes(text))
+        return appendUtf8(out, text, utf8);
+    out += '"';
+    appendUtf8(out, QString(text).replace(u'"', QStringLiteral("\"\"")), utf8);
+    out += '"';
 }
 
 // The grid as JSON text, one column per line.
@@ -155,11 +166,12 @@ QByteArray exportCsv(const GameData &d)
         out += planetFieldName(f);
     }
     out += "\r\n";
+    QStringEncoder utf8(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
     for (const PlanetInfo &p : d.Planets) {
         for (int f = 1; f <= PlanetFieldCount; ++f) {
             if (f > 1)
                 out += ',';
-            out += csvCell(p[f]);
+            appendCsvCell(out, p[f], utf8);
         }
         out += "\r\n";
     }

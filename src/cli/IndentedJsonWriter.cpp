@@ -2,6 +2,7 @@
 
 #include <QChar>
 #include <QLocale>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -88,9 +89,32 @@ void appendInteger(QByteArray &out, qint64 n)
     out.append(digits, result.ptr - digits);
 }
 
+void appendShortestNumber(QByteArray &out, double x)
+{
+    if (x == std::trunc(x) && std::fabs(x) <= 9007199254740992.0)
+        return appendInteger(out, qint64(x));
+    out += QByteArray::number(x, 'g', QLocale::FloatingPointShortest);
+}
+
 void IndentedJsonWriter::indent(qsizetype depth)
 {
     m_out.append(4 * depth, ' ');
+}
+
+char *IndentedJsonWriter::startItem(Level &level, qsizetype extra)
+{
+    // The separator, the indentation and what follows in one resize: most
+    // items are a handful of bytes, and per-append overhead would dominate.
+    const bool first = level.items++ == 0;
+    const qsizetype width = 4 * qsizetype(m_levels.size());
+    const qsizetype at = m_out.size();
+    m_out.resize(at + 2 + width + extra);
+    char *cursor = m_out.data() + at;
+    if (!first) {
+        *cursor++ = ',';
+        *cursor++ = '\n';
+    }
+    return std::fill_n(cursor, width, ' ');
 }
 
 void IndentedJsonWriter::beginValue()
@@ -101,11 +125,8 @@ void IndentedJsonWriter::beginValue()
     }
     if (m_levels.empty())
         return;
-    Level &level = m_levels.back();
-    Q_ASSERT(!level.object);
-    if (level.items++ > 0)
-        m_out += ",\n";
-    indent(qsizetype(m_levels.size()));
+    Q_ASSERT(!m_levels.back().object);
+    m_out.resize(startItem(m_levels.back(), 0) - m_out.constData());
 }
 
 void IndentedJsonWriter::key(QLatin1StringView name)
@@ -114,12 +135,13 @@ void IndentedJsonWriter::key(QLatin1StringView name)
     Level &level = m_levels.back();
     Q_ASSERT(level.items == 0 || level.lastKey < name);
     level.lastKey = name;
-    if (level.items++ > 0)
-        m_out += ",\n";
-    indent(qsizetype(m_levels.size()));
-    m_out += '"';
-    m_out += name; // plain ASCII names: nothing to escape
-    m_out += "\": ";
+    char *cursor = startItem(level, name.size() + 4);
+    *cursor++ = '"';
+    cursor = std::copy(name.begin(), name.end(), cursor); // plain ASCII names: nothing to escape
+    *cursor++ = '"';
+    *cursor++ = ':';
+    *cursor++ = ' ';
+    m_out.resize(cursor - m_out.constData());
     m_afterKey = true;
 }
 
@@ -158,10 +180,8 @@ void IndentedJsonWriter::number(double x)
 {
     if (!std::isfinite(x))
         return null();
-    if (x == std::trunc(x) && std::fabs(x) <= 9007199254740992.0)
-        return integer(qint64(x));
     beginValue();
-    m_out += QByteArray::number(x, 'g', QLocale::FloatingPointShortest);
+    appendShortestNumber(m_out, x);
 }
 
 void IndentedJsonWriter::integer(qint64 n)

@@ -39,6 +39,9 @@ private:
         QLatin1StringView lastKey;
     };
     void beginValue();
+    // Writes the separator and indentation of the level's next item, with
+    // room for `extra` bytes after them; returns where those go.
+    char *startItem(Level &level, qsizetype extra);
     void beginContainer(bool object, char open);
     void endContainer(char close);
     void indent(qsizetype depth);
@@ -52,3 +55,7 @@ private:
 void appendJsonString(QByteArray &out, QStringView text);
 // Appends the decimal digits of `n`, without a temporary byte array.
 void appendInteger(QByteArray &out, qint64 n);
+// Appends a double as QJsonDocument writes a finite one: whole numbers up to
+// 2^53 without a decimal point, others as the shortest text that reads back
+// as the same double ("inf" and "nan" for the others).
+void appendShortestNumber(QByteArray &out, double x);

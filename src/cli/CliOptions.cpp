@@ -2,6 +2,7 @@
 
 #include "FileSelection.h"
 #include "LoadError.h"
+#include "Subcommands.h"
 #include "UniverseGenerator.h"
 
 #include <QFileInfo>
@@ -31,12 +32,27 @@ void addGameSelectionOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
 }
 
-QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command)
+void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments)
 {
-    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
+    parser.addHelpOption();
+    parser.addVersionOption();
     if (!parser.parse(arguments))
         throw CliFailure(2, parser.errorText());
-    const QStringList positional = parser.positionalArguments();
+    // Only help and version are left for process() to act on; its own
+    // handling of errors would exit with 1, not the usage status.
+    parser.process(arguments);
+}
+
+QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command)
+{
+    const Subcommand *subcommand = findSubcommand(command);
+    Q_ASSERT(subcommand);
+    parser.setApplicationDescription(QString::fromLatin1(subcommand->summary));
+    parser.addPositionalArgument(command, QStringLiteral("The command, always the first argument."), command);
+    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
+    parseCommandLine(parser, arguments);
+    QStringList positional = parser.positionalArguments();
+    positional.removeFirst(); // the subcommand's name
     if (positional.size() != 1)
         throw CliFailure(2, QStringLiteral("%1 takes one MAPFILE").arg(command));
     return positional.first();

@@ -20,7 +20,13 @@ struct CliFailure : std::runtime_error {
 // Adds --own, --year, --report-year and --skip to the parser.
 void addGameSelectionOptions(QCommandLineParser &parser);
 
-// Parses the subcommand's arguments and returns its one MAPFILE.
+// Parses the command line with --help and --version added: a usage error
+// throws with status 2; --help, --help-all and --version print and exit 0,
+// as every QCommandLineParser program does.
+void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments);
+
+// Parses a subcommand's command line (program, subcommand, MAPFILE and the
+// options the parser was given) and returns its one MAPFILE.
 QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command);
 
 // Picks MAPFILE as the file selection window would, applies the options,

@@ -1,0 +1,30 @@
+#include "Subcommands.h"
+
+#include "ExportCommand.h"
+#include "RenderCommand.h"
+
+#include <QLatin1StringView>
+#include <array>
+
+namespace {
+
+const std::array table{
+    Subcommand{"export", "Writes the game data after loading, as JSON or as a CSV planet table.", false, runExport},
+    Subcommand{"render", "Draws the map with the chosen layers and overlays into a PNG or BMP picture.", true,
+               runRender},
+};
+
+} // namespace
+
+std::span<const Subcommand> subcommands()
+{
+    return table;
+}
+
+const Subcommand *findSubcommand(QStringView name)
+{
+    for (const Subcommand &s : table)
+        if (name == QLatin1StringView(s.name))
+            return &s;
+    return nullptr;
+}

@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QFile>
 #include <cstdio>
 
 namespace {
@@ -94,14 +95,22 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
     }
 }
 
-void writeOutput(const QString &path, const QByteArray &bytes)
+void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write)
 {
     if (path.isEmpty()) {
-        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-        std::fflush(stdout);
+        QFile out;
+        if (!out.open(stdout, QIODevice::WriteOnly))
+            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
+        write(out);
+        if (!out.flush() || out.error() != QFileDevice::NoError)
+            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
         return;
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
+    if (file.open(QIODevice::WriteOnly)) {
+        write(file);
+        if (file.commit())
+            return;
+    }
+    throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
 }

@@ -5,7 +5,9 @@
 #include "GameData.h"
 
 #include <QCommandLineParser>
+#include <QIODevice>
 #include <QString>
+#include <functional>
 #include <stdexcept>
 
 // A run that must end: status 2 for usage and selection errors, 1 for a
@@ -33,5 +35,6 @@ QString parseWithMapFile(QCommandLineParser &parser, const QStringList &argument
 // runs its checks and then the generation. Throws CliFailure.
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);
 
-// Writes to the file (replaced atomically) or to standard output when empty.
-void writeOutput(const QString &path, const QByteArray &bytes);
+// Runs `write` on the file (replaced atomically once all is written) or on
+// standard output when `path` is empty. Throws CliFailure.
+void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write);

@@ -9,6 +9,17 @@
 
 namespace {
 
+// Hands the text built so far to the device once it is this long.
+constexpr qsizetype ChunkSize = 64 * 1024;
+
+void writeChunk(QByteArray &text, QIODevice &out, qsizetype atLeast = ChunkSize)
+{
+    if (text.size() < atLeast)
+        return;
+    out.write(text);
+    text.resize(0); // keeps the buffer for the next chunk
+}
+
 void writeValue(IndentedJsonWriter &json, const Value &v)
 {
     switch (v.kind()) {
@@ -73,32 +84,33 @@ void appendCsvCell(QByteArray &out, const Value &v, QStringEncoder &utf8)
 }
 
 // The grid as JSON text, one column per line.
-void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, bool owners)
+void writeGrid(QByteArray &text, QIODevice &out, const char *key, const TerritoryGrid &grid, bool owners)
 {
-    out += ",\n\"";
-    out += key;
-    out += "\": [";
+    text += ",\n\"";
+    text += key;
+    text += "\": [";
     for (int gx = 0; gx <= grid.gridSize(); ++gx) {
-        out += gx == 0 ? "\n[" : ",\n[";
+        text += gx == 0 ? "\n[" : ",\n[";
         for (int gy = 0; gy <= grid.gridSize(); ++gy) {
             if (gy > 0)
-                out += ',';
-            appendInteger(out, owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
+                text += ',';
+            appendInteger(text, owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
         }
-        out += ']';
+        text += ']';
+        writeChunk(text, out);
     }
-    out += "\n]";
+    text += "\n]";
 }
 
 } // namespace
 
-QByteArray exportJson(const GameData &d, bool withGrid)
+void exportJson(const GameData &d, bool withGrid, QIODevice &out)
 {
     static const auto planetOrder = fieldsByName<PlanetFieldCount>(planetFieldName);
     static const auto playerOrder = fieldsByName<PlayerFieldCount>(playerFieldName);
 
-    QByteArray out;
-    IndentedJsonWriter json(out);
+    QByteArray text;
+    IndentedJsonWriter json(text);
     json.beginObject();
     json.key(QLatin1StringView("AnnotationFilePath"));
     json.string(d.AnnotationFilePath);
@@ -130,8 +142,10 @@ QByteArray exportJson(const GameData &d, bool withGrid)
     json.integer(d.PlanetCount);
     json.key(QLatin1StringView("Planets"));
     json.beginArray();
-    for (const PlanetInfo &p : d.Planets)
+    for (const PlanetInfo &p : d.Planets) {
         writeRow(json, p, planetOrder, planetFieldName);
+        writeChunk(text, out);
+    }
     json.endArray();
     json.key(QLatin1StringView("PlayerCount"));
     json.integer(d.PlayerCount);
@@ -149,31 +163,33 @@ QByteArray exportJson(const GameData &d, bool withGrid)
     json.endObject();
 
     if (withGrid) {
-        out.chop(2); // "}\n"
-        appendGrid(out, "GridOwner", d.Grid, true);
-        appendGrid(out, "GridStrength", d.Grid, false);
-        out += "\n}\n";
+        // The grids follow the other members, one grid column a line.
+        text.chop(2); // "}\n"
+        writeGrid(text, out, "GridOwner", d.Grid, true);
+        writeGrid(text, out, "GridStrength", d.Grid, false);
+        text += "\n}\n";
     }
-    return out;
+    writeChunk(text, out, 1);
 }
 
-QByteArray exportCsv(const GameData &d)
+void exportCsv(const GameData &d, QIODevice &out)
 {
-    QByteArray out;
+    QByteArray text;
     for (int f = 1; f <= PlanetFieldCount; ++f) {
         if (f > 1)
-            out += ',';
-        out += planetFieldName(f);
+            text += ',';
+        text += planetFieldName(f);
     }
-    out += "\r\n";
+    text += "\r\n";
     QStringEncoder utf8(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
     for (const PlanetInfo &p : d.Planets) {
         for (int f = 1; f <= PlanetFieldCount; ++f) {
             if (f > 1)
-                out += ',';
-            appendCsvCell(out, p[f], utf8);
+                text += ',';
+            appendCsvCell(text, p[f], utf8);
         }
-        out += "\r\n";
+        text += "\r\n";
+        writeChunk(text, out);
     }
-    return out;
+    writeChunk(text, out, 1);
 }

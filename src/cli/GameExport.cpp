@@ -9,15 +9,20 @@
 
 namespace {
 
-// Hands the text built so far to the device once it is this long.
-constexpr qsizetype ChunkSize = 64 * 1024;
-
-void writeChunk(QByteArray &text, QIODevice &out, qsizetype atLeast = ChunkSize)
+// Hands the text built so far to the device and empties it, keeping its
+// buffer for the next chunk.
+void writeText(QByteArray &text, QIODevice &out)
 {
-    if (text.size() < atLeast)
-        return;
     out.write(text);
-    text.resize(0); // keeps the buffer for the next chunk
+    text.resize(0);
+}
+
+// The same once the text has grown to a chunk.
+void writeChunk(QByteArray &text, QIODevice &out)
+{
+    constexpr qsizetype ChunkSize = 64 * 1024;
+    if (text.size() >= ChunkSize)
+        writeText(text, out);
 }
 
 void writeValue(IndentedJsonWriter &json, const Value &v)
@@ -169,7 +174,7 @@ void exportJson(const GameData &d, bool withGrid, QIODevice &out)
         writeGrid(text, out, "GridStrength", d.Grid, false);
         text += "\n}\n";
     }
-    writeChunk(text, out, 1);
+    writeText(text, out);
 }
 
 void exportCsv(const GameData &d, QIODevice &out)
@@ -191,5 +196,5 @@ void exportCsv(const GameData &d, QIODevice &out)
         text += "\r\n";
         writeChunk(text, out);
     }
-    writeChunk(text, out, 1);
+    writeText(text, out);
 }

@@ -56,7 +56,7 @@ for name in tiny huge; do
   declare -n args=$name
   out=$dir/$name.out
   "$cli" export "${args[@]}" "${extra[@]}" -o "$out"
-  planets=$("$cli" export "${args[@]}" --format csv | tail -n +2 | wc -l)
+  planets=$("$cli" export "${args[@]}" | sed -n 's/^    "PlanetCount": \([0-9]*\),$/\1/p')
   stat=$(LC_ALL=C perf stat -r 10 -e task-clock,page-faults -- "$cli" export "${args[@]}" "${extra[@]}" -o "$out" 2>&1)
   clock[$name]=$(awk '/task-clock/ {print $1}' <<<"$stat")
   faults=$(awk '/page-faults/ {print $1}' <<<"$stat")

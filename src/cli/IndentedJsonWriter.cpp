@@ -132,10 +132,7 @@ void IndentedJsonWriter::beginValue()
 void IndentedJsonWriter::key(QLatin1StringView name)
 {
     Q_ASSERT(!m_levels.empty() && m_levels.back().object && !m_afterKey);
-    Level &level = m_levels.back();
-    Q_ASSERT(level.items == 0 || level.lastKey < name);
-    level.lastKey = name;
-    char *cursor = startItem(level, name.size() + 4);
+    char *cursor = startItem(m_levels.back(), name.size() + 4);
     *cursor++ = '"';
     cursor = std::copy(name.begin(), name.end(), cursor); // plain ASCII names: nothing to escape
     *cursor++ = '"';
@@ -150,7 +147,7 @@ void IndentedJsonWriter::beginContainer(bool object, char open)
     beginValue();
     m_out += open;
     m_out += '\n';
-    m_levels.push_back({object, 0, {}});
+    m_levels.push_back({object, 0});
 }
 
 void IndentedJsonWriter::endContainer(char close)

@@ -36,7 +36,6 @@ private:
     struct Level {
         bool object;
         int items = 0;
-        QLatin1StringView lastKey;
     };
     void beginValue();
     // Writes the separator and indentation of the level's next item, with

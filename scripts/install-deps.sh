@@ -4,7 +4,9 @@
 set -euo pipefail
 
 # Liberation Sans stands in for Arial, the map's font; DejaVu for the rest.
-packages=(cmake g++ make qt6-base-dev libgl-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb xauth time)
+# dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
+packages=(cmake g++ make qt6-base-dev libgl-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb xauth time
+          dpkg-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -2,6 +2,7 @@
 // selection on that game, as a file manager's "Open with" does.
 
 #include "MainWindow.h"
+#include "Version.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,9 +13,11 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Veltro Marches"));
     QApplication::setDesktopFileName(QStringLiteral("veltro"));
+    QApplication::setApplicationVersion(QStringLiteral(VELTRO_VERSION));
 
     QCommandLineParser parser;
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("A Stars! universe map file to open."),
                                  QStringLiteral("[MAPFILE]"));
     parser.process(app);

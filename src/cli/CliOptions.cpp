@@ -3,10 +3,12 @@
 #include "Conversions.h"
 #include "FileSelection.h"
 #include "LoadError.h"
+#include "Subcommands.h"
 #include "UniverseGenerator.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QFile>
 #include <cstdio>
 
 namespace {
@@ -32,12 +34,27 @@ void addGameSelectionOptions(QCommandLineParser &parser)
     parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
 }
 
-QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command)
+void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments)
 {
-    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
+    parser.addHelpOption();
+    parser.addVersionOption();
     if (!parser.parse(arguments))
         throw CliFailure(2, parser.errorText());
-    const QStringList positional = parser.positionalArguments();
+    // Only help and version are left for process() to act on; its own
+    // handling of errors would exit with 1, not the usage status.
+    parser.process(arguments);
+}
+
+QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command)
+{
+    const Subcommand *subcommand = findSubcommand(command);
+    Q_ASSERT(subcommand);
+    parser.setApplicationDescription(QString::fromLatin1(subcommand->summary));
+    parser.addPositionalArgument(command, QStringLiteral("The command, always the first argument."), command);
+    parser.addPositionalArgument(QStringLiteral("MAPFILE"), QStringLiteral("The game's universe map file."));
+    parseCommandLine(parser, arguments);
+    QStringList positional = parser.positionalArguments();
+    positional.removeFirst(); // the subcommand's name
     if (positional.size() != 1)
         throw CliFailure(2, QStringLiteral("%1 takes one MAPFILE").arg(command));
     return positional.first();
@@ -104,14 +121,22 @@ ZoomWindow parseZoom(const QString &text)
     return z;
 }
 
-void writeOutput(const QString &path, const QByteArray &bytes)
+void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write)
 {
     if (path.isEmpty()) {
-        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-        std::fflush(stdout);
+        QFile out;
+        if (!out.open(stdout, QIODevice::WriteOnly))
+            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
+        write(out);
+        if (!out.flush() || out.error() != QFileDevice::NoError)
+            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
         return;
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
+    if (file.open(QIODevice::WriteOnly)) {
+        write(file);
+        if (file.commit())
+            return;
+    }
+    throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
 }

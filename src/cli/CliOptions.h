@@ -5,7 +5,9 @@
 #include "GameData.h"
 
 #include <QCommandLineParser>
+#include <QIODevice>
 #include <QString>
+#include <functional>
 #include <stdexcept>
 
 // A run that must end: status 2 for usage and selection errors, 1 for a
@@ -20,7 +22,13 @@ struct CliFailure : std::runtime_error {
 // Adds --own, --year, --report-year and --skip to the parser.
 void addGameSelectionOptions(QCommandLineParser &parser);
 
-// Parses the subcommand's arguments and returns its one MAPFILE.
+// Parses the command line with --help and --version added: a usage error
+// throws with status 2; --help, --help-all and --version print and exit 0,
+// as every QCommandLineParser program does.
+void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments);
+
+// Parses a subcommand's command line (program, subcommand, MAPFILE and the
+// options the parser was given) and returns its one MAPFILE.
 QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command);
 
 // Picks MAPFILE as the file selection window would, applies the options,
@@ -37,5 +45,6 @@ struct ZoomWindow {
 // Usage error (2) for anything but three whole numbers.
 ZoomWindow parseZoom(const QString &text);
 
-// Writes to the file (replaced atomically) or to standard output when empty.
-void writeOutput(const QString &path, const QByteArray &bytes);
+// Runs `write` on the file (replaced atomically once all is written) or on
+// standard output when `path` is empty. Throws CliFailure.
+void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write);

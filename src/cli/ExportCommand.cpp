@@ -19,7 +19,12 @@ int runExport(const QStringList &arguments)
 
     GameData data;
     loadGame(mapFile, parser, data);
-    writeOutput(parser.value(QStringLiteral("o")),
-                format == u"csv" ? exportCsv(data) : exportJson(data, parser.isSet(QStringLiteral("grid"))));
+    const bool grid = parser.isSet(QStringLiteral("grid"));
+    writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) {
+        if (format == u"csv")
+            exportCsv(data, out);
+        else
+            exportJson(data, grid, out);
+    });
     return 0;
 }

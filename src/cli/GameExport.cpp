@@ -1,128 +1,200 @@
 #include "GameExport.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <cmath>
+#include "IndentedJsonWriter.h"
+
+#include <QStringEncoder>
+#include <algorithm>
+#include <cstring>
+#include <numeric>
 
 namespace {
 
-QJsonValue toJson(const Value &v)
+// Hands the text built so far to the device and empties it, keeping its
+// buffer for the next chunk.
+void writeText(QByteArray &text, QIODevice &out)
+{
+    out.write(text);
+    text.resize(0);
+}
+
+// The same once the text has grown to a chunk.
+void writeChunk(QByteArray &text, QIODevice &out)
+{
+    constexpr qsizetype ChunkSize = 64 * 1024;
+    if (text.size() >= ChunkSize)
+        writeText(text, out);
+}
+
+void writeValue(IndentedJsonWriter &json, const Value &v)
 {
     switch (v.kind()) {
-    case Value::Kind::Empty: return QJsonValue(QJsonValue::Null);
-    case Value::Kind::Text: return QJsonValue(v.rawText());
-    case Value::Kind::Number: return QJsonValue(v.rawNumber());
+    case Value::Kind::Empty: return json.null();
+    case Value::Kind::Text: return json.string(v.rawText());
+    case Value::Kind::Number: return json.number(v.rawNumber());
     }
-    return QJsonValue();
 }
 
-// Whole numbers without a decimal point, others as the shortest text that
-// reads back as the same double.
-QByteArray numberText(double x)
+// Field numbers in the order of their names, the order of a JSON object's keys.
+template <size_t Count>
+std::array<int, Count> fieldsByName(const char *(*name)(int))
 {
-    if (std::isfinite(x) && x == std::floor(x) && std::fabs(x) <= 9007199254740992.0)
-        return QByteArray::number(static_cast<qint64>(x));
-    return QByteArray::number(x, 'g', QLocale::FloatingPointShortest);
+    std::array<int, Count> order;
+    std::iota(order.begin(), order.end(), 1);
+    std::sort(order.begin(), order.end(), [name](int a, int b) { return std::strcmp(name(a), name(b)) < 0; });
+    return order;
 }
 
-QByteArray csvCell(const Value &v)
+// One planet row or race column as an object keyed by field name.
+template <typename Row, size_t Count>
+void writeRow(IndentedJsonWriter &json, const Row &row, const std::array<int, Count> &order,
+              const char *(*name)(int))
+{
+    json.beginObject();
+    for (int f : order) {
+        json.key(QLatin1StringView(name(f)));
+        writeValue(json, row[f]);
+    }
+    json.endObject();
+}
+
+bool needsQuotes(QStringView text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return c == u',' || c == u'"' || c == u'\n' || c == u'\r'; });
+}
+
+// UTF-8 straight into the table, without a byte array per cell.
+void appendUtf8(QByteArray &out, QStringView text, QStringEncoder &utf8)
+{
+    const qsizetype at = out.size();
+    out.resize(at + utf8.requiredSpace(text.size()));
+    const char *end = utf8.appendToBuffer(out.data() + at, text);
+    out.resize(end - out.constData());
+}
+
+// RFC 4180: a cell with a comma, a quote or a line end is quoted, its
+// quotes doubled.
+void appendCsvCell(QByteArray &out, const Value &v, QStringEncoder &utf8)
 {
     if (v.isNumber())
-        return numberText(v.rawNumber());
-    QByteArray text = v.text().toUtf8();
-    if (text.contains(',') || text.contains('"') || text.contains('\n') || text.contains('\r'))
-        text = '"' + text.replace("\"", "\"\"") + '"';
-    return text;
+        return appendShortestNumber(out, v.rawNumber());
+    if (!v.isText())
+        return;
+    const QString &text = v.rawText();
+    if (!needsQuotes(text))
+        return appendUtf8(out, text, utf8);
+    out += '"';
+    appendUtf8(out, QString(text).replace(u'"', QStringLiteral("\"\"")), utf8);
+    out += '"';
 }
 
-// The grid as JSON text, one column per line: written directly, because
-// a QJsonArray of 400,000 values costs tens of megabytes.
-void appendGrid(QByteArray &out, const char *key, const TerritoryGrid &grid, bool owners)
+// The grid as JSON text, one column per line.
+void writeGrid(QByteArray &text, QIODevice &out, const char *key, const TerritoryGrid &grid, bool owners)
 {
-    out += ",\n\"";
-    out += key;
-    out += "\": [";
+    text += ",\n\"";
+    text += key;
+    text += "\": [";
     for (int gx = 0; gx <= grid.gridSize(); ++gx) {
-        out += gx == 0 ? "\n[" : ",\n[";
+        text += gx == 0 ? "\n[" : ",\n[";
         for (int gy = 0; gy <= grid.gridSize(); ++gy) {
             if (gy > 0)
-                out += ',';
-            out += QByteArray::number(owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
+                text += ',';
+            appendInteger(text, owners ? grid.owner(gx, gy) : grid.strength(gx, gy));
         }
-        out += ']';
+        text += ']';
+        writeChunk(text, out);
     }
-    out += "\n]";
+    text += "\n]";
 }
 
 } // namespace
 
-QByteArray exportJson(const GameData &d, bool withGrid)
+void exportJson(const GameData &d, bool withGrid, QIODevice &out)
 {
-    QJsonObject o;
-    o.insert(u"MapFilePath", d.MapFilePath);
-    o.insert(u"GameDir", d.GameDir);
-    o.insert(u"AnnotationFilePath", d.AnnotationFilePath);
-    o.insert(u"OwnRaceName", d.OwnRaceName);
-    o.insert(u"AnnotationText", d.AnnotationText);
-    o.insert(u"ReportFormat", d.ReportFormat);
-    o.insert(u"OwnRace", d.OwnRace);
-    o.insert(u"GameYear", d.GameYear);
-    o.insert(u"PlanetCount", d.PlanetCount);
-    o.insert(u"UniverseExtent", d.UniverseExtent);
-    o.insert(u"PlayerCount", d.PlayerCount);
-    o.insert(u"GridSize", d.GridSize);
-    o.insert(u"OriginX", d.OriginX);
-    o.insert(u"OriginY", d.OriginY);
-    o.insert(u"FarX", d.FarX);
-    o.insert(u"FarY", d.FarY);
-    o.insert(u"GridStep", d.GridStep);
-    o.insert(u"Scale", d.Scale);
+    static const auto planetOrder = fieldsByName<PlanetFieldCount>(planetFieldName);
+    static const auto playerOrder = fieldsByName<PlayerFieldCount>(playerFieldName);
 
-    QJsonArray planets;
+    QByteArray text;
+    IndentedJsonWriter json(text);
+    json.beginObject();
+    json.key(QLatin1StringView("AnnotationFilePath"));
+    json.string(d.AnnotationFilePath);
+    json.key(QLatin1StringView("AnnotationText"));
+    json.string(d.AnnotationText);
+    json.key(QLatin1StringView("FarX"));
+    json.integer(d.FarX);
+    json.key(QLatin1StringView("FarY"));
+    json.integer(d.FarY);
+    json.key(QLatin1StringView("GameDir"));
+    json.string(d.GameDir);
+    json.key(QLatin1StringView("GameYear"));
+    json.integer(d.GameYear);
+    json.key(QLatin1StringView("GridSize"));
+    json.integer(d.GridSize);
+    json.key(QLatin1StringView("GridStep"));
+    json.number(d.GridStep);
+    json.key(QLatin1StringView("MapFilePath"));
+    json.string(d.MapFilePath);
+    json.key(QLatin1StringView("OriginX"));
+    json.integer(d.OriginX);
+    json.key(QLatin1StringView("OriginY"));
+    json.integer(d.OriginY);
+    json.key(QLatin1StringView("OwnRace"));
+    json.integer(d.OwnRace);
+    json.key(QLatin1StringView("OwnRaceName"));
+    json.string(d.OwnRaceName);
+    json.key(QLatin1StringView("PlanetCount"));
+    json.integer(d.PlanetCount);
+    json.key(QLatin1StringView("Planets"));
+    json.beginArray();
     for (const PlanetInfo &p : d.Planets) {
-        QJsonObject planet;
-        for (int f = 1; f <= PlanetFieldCount; ++f)
-            planet.insert(QLatin1String(planetFieldName(f)), toJson(p[f]));
-        planets.append(planet);
+        writeRow(json, p, planetOrder, planetFieldName);
+        writeChunk(text, out);
     }
-    o.insert(u"Planets", planets);
+    json.endArray();
+    json.key(QLatin1StringView("PlayerCount"));
+    json.integer(d.PlayerCount);
+    json.key(QLatin1StringView("Players"));
+    json.beginArray();
+    for (int k = 1; k <= d.PlayerCount; ++k)
+        writeRow(json, d.player(k), playerOrder, playerFieldName);
+    json.endArray();
+    json.key(QLatin1StringView("ReportFormat"));
+    json.integer(d.ReportFormat);
+    json.key(QLatin1StringView("Scale"));
+    json.number(d.Scale);
+    json.key(QLatin1StringView("UniverseExtent"));
+    json.integer(d.UniverseExtent);
+    json.endObject();
 
-    QJsonArray players;
-    for (int k = 1; k <= d.PlayerCount; ++k) {
-        QJsonObject player;
-        for (int f = 1; f <= PlayerFieldCount; ++f)
-            player.insert(QLatin1String(playerFieldName(f)), toJson(d.player(k)[f]));
-        players.append(player);
-    }
-    o.insert(u"Players", players);
-
-    QByteArray out = QJsonDocument(o).toJson(QJsonDocument::Indented);
     if (withGrid) {
-        out.chop(2); // "}\n"
-        appendGrid(out, "GridOwner", d.Grid, true);
-        appendGrid(out, "GridStrength", d.Grid, false);
-        out += "\n}\n";
+        // The grids follow the other members, one grid column a line.
+        text.chop(2); // "}\n"
+        writeGrid(text, out, "GridOwner", d.Grid, true);
+        writeGrid(text, out, "GridStrength", d.Grid, false);
+        text += "\n}\n";
     }
-    return out;
+    writeText(text, out);
 }
 
-QByteArray exportCsv(const GameData &d)
+void exportCsv(const GameData &d, QIODevice &out)
 {
-    QByteArray out;
+    QByteArray text;
     for (int f = 1; f <= PlanetFieldCount; ++f) {
         if (f > 1)
-            out += ',';
-        out += planetFieldName(f);
+            text += ',';
+        text += planetFieldName(f);
     }
-    out += "\r\n";
+    text += "\r\n";
+    QStringEncoder utf8(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
     for (const PlanetInfo &p : d.Planets) {
         for (int f = 1; f <= PlanetFieldCount; ++f) {
             if (f > 1)
-                out += ',';
-            out += csvCell(p[f]);
+                text += ',';
+            appendCsvCell(text, p[f], utf8);
         }
-        out += "\r\n";
+        text += "\r\n";
+        writeChunk(text, out);
     }
-    return out;
+    writeText(text, out);
 }

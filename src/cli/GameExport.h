@@ -4,7 +4,9 @@
 
 #include "GameData.h"
 
-#include <QByteArray>
+#include <QIODevice>
 
-QByteArray exportJson(const GameData &data, bool withGrid);
-QByteArray exportCsv(const GameData &data);
+// Both write as they go: the JSON text of a large game is over a megabyte,
+// which a one-shot process would otherwise fault in page by page.
+void exportJson(const GameData &data, bool withGrid, QIODevice &out);
+void exportCsv(const GameData &data, QIODevice &out);

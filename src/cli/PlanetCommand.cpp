@@ -158,6 +158,7 @@ int runPlanet(const QStringList &arguments)
     o.insert(u"RHab", textArray(detail.RHab));
     o.insert(u"Pie1", pieJson(detail.Pie1));
     o.insert(u"Pie2", pieJson(detail.Pie2));
-    writeOutput(parser.value(QStringLiteral("o")), QJsonDocument(o).toJson(QJsonDocument::Indented));
+    const QByteArray text = QJsonDocument(o).toJson(QJsonDocument::Indented);
+    writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) { out.write(text); });
     return 0;
 }

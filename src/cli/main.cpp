@@ -2,28 +2,15 @@
 // its data or renders its map, for scripts, game hosts and test suites.
 
 #include "CliOptions.h"
-#include "ExportCommand.h"
-#include "PlanetCommand.h"
-#include "RenderCommand.h"
+#include "Subcommands.h"
+#include "Version.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QTextStream>
-#include <cstdio>
 #include <memory>
 
 namespace {
-
-void printUsage()
-{
-    std::fputs("usage: veltro-cli export MAPFILE [selection] [--format json|csv] [--grid] [-o FILE]\n"
-               "       veltro-cli render MAPFILE [selection] [--layers LIST] [--zoom X,Y,W] [--size PX]\n"
-               "                         [--overlay NAME]... [--race-colour NAME=#RRGGBB]...\n"
-               "                         -o OUT.png|OUT.bmp [--trace FILE]\n"
-               "       veltro-cli planet MAPFILE [selection] (--at X,Y | --number N) [--zoom X,Y,W] [-o FILE]\n"
-               "selection: [--own N] [--year Y] [--report-year N=Y]... [--skip N]...\n",
-               stderr);
-}
 
 // Qt's own warnings (a missing runtime folder offscreen, font fallbacks) are
 // not the command's business: its standard error carries only its messages.
@@ -33,36 +20,57 @@ void quietQtMessages(QtMsgType type, const QMessageLogContext &, const QString &
         QTextStream(stderr) << message << '\n';
 }
 
+QStringList subcommandNames()
+{
+    QStringList names;
+    for (const Subcommand &s : subcommands())
+        names << QString::fromLatin1(s.name);
+    return names;
+}
+
+// Without a subcommand: --help, --version, or a usage error.
+int runTopLevel(const QStringList &arguments)
+{
+    QString description = QStringLiteral("Loads a Stars! game as the desktop program does, then exports its data or "
+                                         "draws its map.\n\nCommands:");
+    for (const Subcommand &s : subcommands())
+        description += QStringLiteral("\n  %1  %2").arg(QString::fromLatin1(s.name), -8).arg(QString::fromLatin1(s.summary));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(description);
+    parser.addPositionalArgument(QStringLiteral("command"),
+                                 QStringLiteral("One of the commands above, then the game's map file and the "
+                                                "command's options: \"veltro-cli COMMAND --help\" lists them."),
+                                 QStringLiteral("COMMAND MAPFILE"));
+    parseCommandLine(parser, arguments);
+    const QStringList positional = parser.positionalArguments();
+    if (positional.isEmpty())
+        throw CliFailure(2, QStringLiteral("missing command: %1 (see veltro-cli --help)")
+                                .arg(subcommandNames().join(QStringLiteral(", "))));
+    throw CliFailure(2, QStringLiteral("unknown command \"%1\": %2 (see veltro-cli --help)")
+                            .arg(positional.first(), subcommandNames().join(QStringLiteral(", "))));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     qInstallMessageHandler(quietQtMessages);
-    const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
-    // Rendering needs fonts and images; without a display it runs offscreen.
-    if (command == u"render" && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const Subcommand *subcommand = argc > 1 ? findSubcommand(QString::fromLocal8Bit(argv[1])) : nullptr;
+    const bool drawsPictures = subcommand && subcommand->drawsPictures;
+    // Drawing needs fonts and images; without a display it runs offscreen.
+    if (drawsPictures && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     std::unique_ptr<QCoreApplication> app;
-    if (command == u"render")
+    if (drawsPictures)
         app = std::make_unique<QGuiApplication>(argc, argv);
     else
         app = std::make_unique<QCoreApplication>(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("veltro-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELTRO_VERSION));
 
-    QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2) {
-        printUsage();
-        return 2;
-    }
-    arguments.removeAt(1);
     try {
-        if (command == u"export")
-            return runExport(arguments);
-        if (command == u"render")
-            return runRender(arguments);
-        if (command == u"planet")
-            return runPlanet(arguments);
-        printUsage();
-        return 2;
+        const QStringList arguments = QCoreApplication::arguments();
+        return subcommand ? subcommand->run(arguments) : runTopLevel(arguments);
     } catch (const CliFailure &failure) {
         QTextStream(stderr) << failure.message << '\n';
         return failure.status;

@@ -1,5 +1,6 @@
 #include "Conversions.h"
 
+#include <QVarLengthArray>
 #include <clocale>
 #include <cstdlib>
 #include <locale.h>
@@ -45,10 +46,14 @@ qsizetype numberPrefix(QStringView s)
 double parsePrefix(QStringView s, qsizetype len)
 {
     static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
-    QByteArray bytes = s.first(len).toLatin1();
-    for (char &c : bytes)
-        if (c == 'd' || c == 'D')
-            c = 'e';
+    // The prefix is ASCII by construction. Copied on the stack: a load
+    // converts some ten thousand numbers, each a heap allocation otherwise.
+    QVarLengthArray<char, 64> bytes(len + 1);
+    for (qsizetype i = 0; i < len; ++i) {
+        const char c = char(s[i].unicode());
+        bytes[i] = (c == 'd' || c == 'D') ? 'e' : c;
+    }
+    bytes[len] = '\0';
     return strtod_l(bytes.constData(), nullptr, cLocale);
 }
 

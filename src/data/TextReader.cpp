@@ -83,16 +83,27 @@ void TextReader::skipBlanks()
         ++m_pos;
 }
 
-QString TextReader::readLine()
+std::pair<qsizetype, qsizetype> TextReader::passLine()
 {
     requireMore();
     const qsizetype start = m_pos;
     while (!atEnd() && !atLineEnd())
         ++m_pos;
-    QString line = decodeWindows1252(m_bytes.constData() + start, m_pos - start);
+    const qsizetype end = m_pos;
     if (atLineEnd())
         skipLineEnd();
-    return line;
+    return {start, end};
+}
+
+QString TextReader::readLine()
+{
+    const auto [start, end] = passLine();
+    return decodeWindows1252(m_bytes.constData() + start, end - start);
+}
+
+void TextReader::skipLine()
+{
+    passLine();
 }
 
 QString TextReader::readQuoted()

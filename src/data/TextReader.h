@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <utility>
 
 class TextReader {
 public:
@@ -21,6 +22,8 @@ public:
 
     // The rest of the current line, without its line end.
     QString readLine();
+    // The same read when only the count of lines matters: nothing decoded.
+    void skipLine();
     // One text item: runs to a comma or a line end; a quoted item runs to
     // the next double quote.
     QString readTextItem();
@@ -33,6 +36,9 @@ public:
 
 private:
     bool atLineEnd() const;
+    // Moves past the current line and its line end; gives where its text
+    // starts and ends.
+    std::pair<qsizetype, qsizetype> passLine();
     void skipLineEnd();
     void skipBlanks();
     QString readQuoted();

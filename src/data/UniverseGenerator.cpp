@@ -47,13 +47,13 @@ Value addAge(const Value &age, double shift)
 
 Value ageText(const Value &age)
 {
-    return age.val() == 0 ? Value(u"Current") : Value(age.text() + QStringLiteral(" years old"));
+    return age.val() == 0 ? Value(QStringLiteral("Current")) : Value(age.text() + QStringLiteral(" years old"));
 }
 
 // A report's mining rate of -1 means remote mining.
 Value miningRate(const Value &rate)
 {
-    return rate.val() == -1 ? Value(u"Remote") : rate;
+    return rate.val() == -1 ? Value(QStringLiteral("Remote")) : rate;
 }
 
 // A gate range of -1 has no limit.

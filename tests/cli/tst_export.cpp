@@ -107,7 +107,9 @@ private slots:
         game.write("GAME.vmk", "L,1,2,3,4,5\r\n");
         const Run run = exportGame(game, {"--year", "2400", "--report-year", "1=2400"});
         QCOMPARE(run.status, 0);
-        const QJsonObject o = QJsonDocument::fromJson(run.out).object();
+        const QJsonDocument document = QJsonDocument::fromJson(run.out);
+        QCOMPARE(document.toJson(QJsonDocument::Indented), run.out); // keys in QJsonObject's order, its layout
+        const QJsonObject o = document.object();
         QCOMPARE(o["AnnotationText"].toString(), QString("L,1,2,3,4,5\r\n"));
         QCOMPARE(o["Scale"].toDouble(), 10000 / 400.0);
         const QJsonArray planets = o["Planets"].toArray();

@@ -64,12 +64,14 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
                 if (!m_moving && current.isValid())
                     goToFolder(m_folderModel->filePath(current));
             });
-    // The model reads folders in the background; when the rows above the
-    // current folder arrive they push it out of sight again.
-    connect(m_folderModel, &QFileSystemModel::directoryLoaded, this, [this](const QString &loaded) {
-        if (m_folder.startsWith(loaded))
-            revealFolder();
+    // The model reads folders in the background and sorts them later; rows
+    // that arrive or move above the current folder push it out of sight
+    // again, so it is brought back.
+    connect(m_folderModel, &QFileSystemModel::rowsInserted, this, [this](const QModelIndex &parent) {
+        if (m_folder.startsWith(m_folderModel->filePath(parent)))
+            scheduleReveal();
     });
+    connect(m_folderModel, &QFileSystemModel::layoutChanged, this, &OpenFileDialog::scheduleReveal);
 
     // Games copied from Windows name their map files GAME.MAP; without
     // QDir::CaseSensitive the pattern matches in any case.
@@ -213,9 +215,28 @@ void OpenFileDialog::goToFolder(const QString &path)
     m_data.GameDir = QStringLiteral(" ");
 }
 
+void OpenFileDialog::scheduleReveal()
+{
+    if (m_revealPending)
+        return;
+    m_revealPending = true;
+    QTimer::singleShot(0, this, &OpenFileDialog::revealFolder);
+}
+
+// Opens the tree down to the folder and scrolls it into the middle, so the
+// window opens on the game's folder rather than on a collapsed root.
 void OpenFileDialog::revealFolder()
 {
-    m_folderView->scrollTo(m_folderView->currentIndex(), QAbstractItemView::PositionAtCenter);
+    m_revealPending = false;
+    const QModelIndex folder = m_folderModel->index(m_folder);
+    if (!folder.isValid())
+        return;
+    for (QModelIndex above = folder.parent(); above.isValid(); above = above.parent())
+        m_folderView->expand(above);
+    m_moving = true;
+    m_folderView->setCurrentIndex(folder);
+    m_moving = false;
+    m_folderView->scrollTo(folder, QAbstractItemView::PositionAtCenter);
 }
 
 void OpenFileDialog::clickMapFile(const QString &fileName)

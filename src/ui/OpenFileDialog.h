@@ -75,12 +75,14 @@ private:
     void showDriveOf(const QString &folder);
     // Scrolls the folder list so that the current folder shows.
     void revealFolder();
+    void scheduleReveal();
     void showRows();
 
     GameData &m_data;
     FileSelection &m_selection;
     bool m_placed = false;      // a folder has been chosen (opening or caller)
     bool m_moving = false;      // the lists are being moved from code
+    bool m_revealPending = false; // the tree is to be scrolled back to the folder
     QString m_folder;
 
     QComboBox *m_drives = nullptr;

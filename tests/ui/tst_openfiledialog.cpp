@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTreeView>
 
 namespace {
 
@@ -53,6 +54,26 @@ private slots:
         setMessageSink(&m_sink);
     }
     void cleanup() { setMessageSink(nullptr); }
+
+    // The folder tree opens down to the game's folder, which is in sight.
+    void opensOnTheGamesFolder()
+    {
+        Window w;
+        QVERIFY(QDir(w.game.dir()).mkpath("deep/er/still"));
+        w.game.write("deep/er/still/game.map", "");
+        QVERIFY(w.dialog.openOn(w.game.path("deep/er/still/game.map")));
+        w.dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
+        auto *tree = w.dialog.findChild<QTreeView *>("Dir1");
+        auto *model = static_cast<QFileSystemModel *>(tree->model());
+        const QModelIndex folder = model->index(w.game.path("deep/er/still"));
+        // After the model has read and sorted the folders above it in the background.
+        QTest::qWait(400);
+        QVERIFY(tree->viewport()->rect().contains(tree->visualRect(folder).center()));
+        for (QModelIndex above = folder.parent(); above.isValid(); above = above.parent())
+            QVERIFY(tree->isExpanded(above));
+        QCOMPARE(tree->currentIndex(), folder);
+    }
 
     void perPlayerGameShowsItsReports()
     {

@@ -5,8 +5,9 @@ set -euo pipefail
 
 # Liberation Sans stands in for Arial, the map's font; DejaVu for the rest.
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
+# The accessibility test drives the program over AT-SPI on a D-Bus session.
 packages=(cmake g++ make qt6-base-dev libgl-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb xauth time
-          dpkg-dev)
+          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

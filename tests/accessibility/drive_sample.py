@@ -1,0 +1,90 @@
+#!/usr/bin/python3
+"""Drives the desktop program through the accessibility interface (AT-SPI),
+as a screen reader or a GUI test tool does: loads the sample game from the
+file selection window, presses overlay buttons by their toggle action, clicks
+a planet and reads the detail panel. Exits 0 when all of it worked."""
+
+import json
+import subprocess
+import sys
+import time
+
+import pyatspi
+
+VELTRO, CLI, SAMPLE = sys.argv[1], sys.argv[2], sys.argv[3]
+
+
+def walk(node):
+    yield node
+    for i in range(node.childCount):
+        child = node.getChildAtIndex(i)
+        if child is not None:
+            yield from walk(child)
+
+
+def find(root, predicate, timeout=10.0):
+    end = time.time() + timeout
+    while time.time() < end:
+        for node in walk(root):
+            try:
+                if predicate(node):
+                    return node
+            except Exception:
+                pass
+        time.sleep(0.2)
+    raise SystemExit("not found: " + predicate.__doc__ if predicate.__doc__ else "a control was not found")
+
+
+def application():
+    end = time.time() + 20
+    while time.time() < end:
+        desktop = pyatspi.Registry.getDesktop(0)
+        for i in range(desktop.childCount):
+            app = desktop.getChildAtIndex(i)
+            if app is not None and app.name == "Veltro Marches":
+                return app
+        time.sleep(0.2)
+    raise SystemExit("the program did not appear on the accessibility bus")
+
+
+def press(node, action):
+    act = node.queryAction()
+    names = [act.getName(i) for i in range(act.nActions)]
+    act.doAction(names.index(action))
+
+
+def main():
+    program = subprocess.Popen([VELTRO, SAMPLE])
+    try:
+        app = application()
+        year = find(app, lambda n: n.getRoleName() == "text" and n.name == "Current Game Year:")
+        year.queryEditableText().setTextContents("2431")
+        press(find(app, lambda n: n.getRoleName() == "push button" and n.name == "Load & Generate Data"), "Press")
+        for name in ("Show Universe", "Show Borders", "Show Planets Owned"):
+            button = find(app, lambda n, name=name: n.name == name and n.getState().contains(pyatspi.STATE_ENABLED))
+            press(button, "Toggle")
+            find(app, lambda n, name=name: n.name == name and n.getState().contains(pyatspi.STATE_CHECKED))
+
+        # Click the planet "All Work" of the sample: its place on the map from
+        # the map's extents on screen and the game's view scale.
+        game = json.loads(subprocess.run([CLI, "export", SAMPLE, "--year", "2431"], check=True,
+                                         capture_output=True).stdout)
+        planet = next(p for p in game["Planets"] if p["Name"] == "All Work")
+        box = find(app, lambda n: n.name == "Map").queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        per_unit = box.width / 10020.0
+        x = box.x + int(planet["X"] * game["Scale"] * per_unit) + 1
+        y = box.y + int(planet["Y"] * game["Scale"] * per_unit) + 1
+        pyatspi.Registry.generateMouseEvent(x, y, pyatspi.MOUSE_ABS)
+        pyatspi.Registry.generateMouseEvent(x, y, "b1c")
+
+        name = find(app, lambda n: n.getRoleName() == "label" and n.description == "PlanetName" and n.name)
+        owner = find(app, lambda n: n.getRoleName() == "label" and n.description == "Owner" and n.name)
+        print("panel:", name.name, "/", owner.name)
+        if name.name != "All Work" or owner.name != planet["Owner"]:
+            raise SystemExit("the panel shows %r of %r" % (name.name, owner.name))
+    finally:
+        program.terminate()
+        program.wait(10)
+
+
+main()

@@ -2,27 +2,24 @@
 // and --version on stdout with status 0, every usage error one line on
 // stderr with status 2.
 
-#include <QProcess>
+#include "CliRun.h"
+
 #include <QRegularExpression>
 #include <QTest>
 
 namespace {
 
+// Standard output as text: help and version are text.
 struct Run {
-    int status = -1;
+    int status;
     QString out;
     QString err;
 };
 
 Run cli(const QStringList &arguments)
 {
-    QProcess process;
-    process.start(VELTRO_CLI, arguments);
-    process.waitForFinished(-1);
-    Run run{-1, QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
-    if (process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    return run;
+    const CliRun run = runCli(arguments);
+    return {run.status, QString::fromUtf8(run.out), run.err};
 }
 
 } // namespace

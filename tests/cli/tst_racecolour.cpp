@@ -1,7 +1,9 @@
 // veltro-cli render --race-colour: the colour reaches the drawing, and bad
 // values are usage errors with a message that says what is wrong.
 
-#include <QProcess>
+#include "CliRun.h"
+
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,11 +22,8 @@ Run render(const QStringList &colours)
                           "-o", dir.filePath("map.png"), "--trace", dir.filePath("trace")};
     for (const QString &c : colours)
         arguments << "--race-colour" << c;
-    QProcess cli;
-    cli.start(VELTRO_CLI, arguments);
-    cli.waitForFinished(-1);
-    Run run{cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1,
-            QString::fromUtf8(cli.readAllStandardError()), {}};
+    const CliRun cli = runCli(arguments);
+    Run run{cli.status, cli.err, {}};
     QFile trace(dir.filePath("trace"));
     if (trace.open(QIODevice::ReadOnly))
         run.trace = trace.readAll();

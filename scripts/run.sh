@@ -12,7 +12,8 @@ cmake --build build -j"$(nproc)"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec build/src/app/veltro samples/MARCHES.map
 fi
-echo "No display: exporting the sample game instead (samples/MARCHES.json)." >&2
-build/src/cli/veltro-cli export samples/MARCHES.map --year 2431 -o samples/MARCHES.json
-build/src/cli/veltro-cli render samples/MARCHES.map --year 2431 --layers borders,universe,owned -o samples/MARCHES.png
-echo "Wrote samples/MARCHES.json and samples/MARCHES.png" >&2
+echo "No display: exporting and drawing the sample game instead." >&2
+build/src/cli/veltro-cli export samples/MARCHES.map --year 2431 -o build/MARCHES.json
+build/src/cli/veltro-cli render samples/MARCHES.map --year 2431 --layers borders,universe,owned -o build/MARCHES.png
+build/src/cli/veltro-cli planet samples/MARCHES.map --year 2431 --at 102,194 -o build/MARCHES-planet.json
+echo "Wrote build/MARCHES.json, build/MARCHES.png and build/MARCHES-planet.json" >&2

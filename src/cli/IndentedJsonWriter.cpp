@@ -1,5 +1,7 @@
 #include "IndentedJsonWriter.h"
 
+#include "Conversions.h"
+
 #include <QChar>
 #include <QLocale>
 #include <algorithm>
@@ -91,9 +93,10 @@ void appendInteger(QByteArray &out, qint64 n)
 
 void appendShortestNumber(QByteArray &out, double x)
 {
-    if (x == std::trunc(x) && std::fabs(x) <= 9007199254740992.0)
+    // Whole numbers, nearly all of an export, without a string between.
+    if (conv::writtenPlainly(x))
         return appendInteger(out, qint64(x));
-    out += QByteArray::number(x, 'g', QLocale::FloatingPointShortest);
+    out += conv::shortestText(x).toLatin1();
 }
 
 void IndentedJsonWriter::indent(qsizetype depth)

@@ -1,5 +1,7 @@
 #include "Conversions.h"
 
+#include <QLocale>
+
 #include <QVarLengthArray>
 #include <clocale>
 #include <cstdlib>
@@ -148,6 +150,18 @@ QString numberText(double x)
     QString s = QString::number(x, 'g', 15);
     s.replace(u'e', u'E');
     return s;
+}
+
+bool writtenPlainly(double x)
+{
+    return x == std::trunc(x) && std::fabs(x) <= 9007199254740992.0;
+}
+
+QString shortestText(double x)
+{
+    if (writtenPlainly(x))
+        return QString::number(static_cast<qint64>(x));
+    return QString::number(x, 'g', QLocale::FloatingPointShortest);
 }
 
 } // namespace conv

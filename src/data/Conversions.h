@@ -64,4 +64,11 @@ double round3(double x);
 // others with up to 15 significant digits.
 QString numberText(double x);
 
+// A number as the exports (and the detail panel's labels) write it: whole
+// numbers up to 2^53 plainly, others as the shortest text that reads back
+// as the same double.
+QString shortestText(double x);
+// True for the numbers shortestText writes as plain whole numbers.
+bool writtenPlainly(double x);
+
 } // namespace conv

@@ -36,8 +36,8 @@ void MapPointer::mouseMove(float x, float y)
             m_readout.toolTip = QStringLiteral("Click for more information on ") + name;
         }
     }
-    m_readout.XYCoord = QStringLiteral(" X:") + conv::numberText(canvasToUniverseX(d, x)) + QStringLiteral(" Y:") +
-                        conv::numberText(canvasToUniverseY(d, y));
+    m_readout.XYCoord = QStringLiteral(" X:") + conv::shortestText(canvasToUniverseX(d, x)) + QStringLiteral(" Y:") +
+                        conv::shortestText(canvasToUniverseY(d, y));
 }
 
 QList<int> MapPointer::mouseDown(float x, float y, InteractionHost &host)

@@ -23,6 +23,12 @@ QString trimBlanks(const QString &s)
     return s.mid(start, end - start);
 }
 
+// A field as the panel shows it: numbers as the exports write them.
+QString shown(const Value &v)
+{
+    return v.isNumber() ? conv::shortestText(v.rawNumber()) : v.text();
+}
+
 } // namespace
 
 const char *detailLabelName(int label)
@@ -48,50 +54,50 @@ void PlanetDetail::fill(const GameData &d, int row, HabCarry &carry)
 {
     const PlanetInfo &p = d.planet(row);
     auto &l = labels;
-    l[PlanetNameLabel] = p[Name].text();
-    l[StarsScoreLabel] = p[AttackScore].text();
-    l[OwnerLabel] = p[Owner].text().isEmpty() ? QStringLiteral("None") : p[Owner].text();
-    l[StarbaseLabel] = p[Starbase].text();
-    l[ReportAgeLabel] = trimBlanks(p[AgeText].text());
-    l[PopulationLabel] = p[Population].text();
-    l[HabValueLabel] = p[Hab].text() + u'%';
+    l[PlanetNameLabel] = shown(p[Name]);
+    l[StarsScoreLabel] = shown(p[AttackScore]);
+    l[OwnerLabel] = shown(p[Owner]).isEmpty() ? QStringLiteral("None") : shown(p[Owner]);
+    l[StarbaseLabel] = shown(p[Starbase]);
+    l[ReportAgeLabel] = trimBlanks(shown(p[AgeText]));
+    l[PopulationLabel] = shown(p[Population]);
+    l[HabValueLabel] = shown(p[Hab]) + u'%';
     // Never reported: what the own report's value says means nothing yet.
-    if (p[AgeText].text().isEmpty()) {
+    if (shown(p[AgeText]).isEmpty()) {
         l[ReportAgeLabel] = QStringLiteral("Unexplored");
         l[HabValueLabel] = QStringLiteral("?%");
     }
-    l[MinesLabel] = p[Mines].text();
-    l[FactoriesLabel] = p[Factories].text();
-    l[ResourcesLabel] = p[Resources].text();
-    l[DefenceLabel] = p[Defenses].text();
-    l[SoiLabel] = conv::numberText(std::floor(p[SOI].val())) + QStringLiteral(" l.y.");
-    l[IronMctLabel] = p[IronMC].text() + u' ';
-    l[BoraMctLabel] = p[BoraMC].text() + u' ';
-    l[GermMctLabel] = p[GermMC].text() + u' ';
+    l[MinesLabel] = shown(p[Mines]);
+    l[FactoriesLabel] = shown(p[Factories]);
+    l[ResourcesLabel] = shown(p[Resources]);
+    l[DefenceLabel] = shown(p[Defenses]);
+    l[SoiLabel] = conv::shortestText(std::floor(p[SOI].val())) + QStringLiteral(" l.y.");
+    l[IronMctLabel] = shown(p[IronMC]) + u' ';
+    l[BoraMctLabel] = shown(p[BoraMC]) + u' ';
+    l[GermMctLabel] = shown(p[GermMC]) + u' ';
     // Remote mining shows on all three, whatever the other two hold.
     if (p[IronMR].is(u"Remote")) {
         l[IronMrLabel] = l[BoraMrLabel] = l[GermMrLabel] = QStringLiteral("Remote ");
     } else {
-        l[IronMrLabel] = p[IronMR].text() + u' ';
-        l[BoraMrLabel] = p[BoraMR].text() + u' ';
-        l[GermMrLabel] = p[GermMR].text() + u' ';
+        l[IronMrLabel] = shown(p[IronMR]) + u' ';
+        l[BoraMrLabel] = shown(p[BoraMR]) + u' ';
+        l[GermMrLabel] = shown(p[GermMR]) + u' ';
     }
-    l[IronSLabel] = p[StoredIron].text() + u' ';
-    l[BoraSLabel] = p[StoredBora].text() + u' ';
-    l[GermSLabel] = p[StoredGerm].text() + u' ';
+    l[IronSLabel] = shown(p[StoredIron]) + u' ';
+    l[BoraSLabel] = shown(p[StoredBora]) + u' ';
+    l[GermSLabel] = shown(p[StoredGerm]) + u' ';
 
     Pie1.canvas().cls();
     Pie2.canvas().cls();
     const PlanetField pieFields[2][3] = {{IronMC, BoraMC, GermMC}, {StoredIron, StoredBora, StoredGerm}};
     PieBox *pies[2] = {&Pie1, &Pie2};
     for (int pie = 0; pie < 2; ++pie) {
-        const QString amounts[3] = {p[pieFields[pie][0]].text(), p[pieFields[pie][1]].text(),
-                                    p[pieFields[pie][2]].text()};
+        const QString amounts[3] = {shown(p[pieFields[pie][0]]), shown(p[pieFields[pie][1]]),
+                                    shown(p[pieFields[pie][2]])};
         int failed = 0;
         try {
             pies[pie]->draw(amounts, failed);
         } catch (const std::exception &e) {
-            throw PanelFillError(row, p[Name].text(), planetFieldName(pieFields[pie][failed]), QString::fromUtf8(e.what()));
+            throw PanelFillError(row, shown(p[Name]), planetFieldName(pieFields[pie][failed]), QString::fromUtf8(e.what()));
         }
     }
 
@@ -101,18 +107,18 @@ void PlanetDetail::fill(const GameData &d, int row, HabCarry &carry)
             l[size_t(label)] = QStringLiteral("Unavailable");
         return;
     }
-    l[Grav1Label] = p[Gravity].text();
-    l[Temp1Label] = p[Temperature].text();
-    l[Rad1Label] = p[Radiation].text();
-    l[Grav2Label] = p[Gravity2].text();
-    l[Temp2Label] = p[Temperature2].text();
-    l[Rad2Label] = p[Radiation2].text();
+    l[Grav1Label] = shown(p[Gravity]);
+    l[Temp1Label] = shown(p[Temperature]);
+    l[Rad1Label] = shown(p[Radiation]);
+    l[Grav2Label] = shown(p[Gravity2]);
+    l[Temp2Label] = shown(p[Temperature2]);
+    l[Rad2Label] = shown(p[Radiation2]);
     try {
         fillHabPerRace(d, carry);
     } catch (const HabAxisError &e) {
-        throw PanelFillError(row, p[Name].text(), planetFieldName(e.axis), QString::fromUtf8(e.what()));
+        throw PanelFillError(row, shown(p[Name]), planetFieldName(e.axis), QString::fromUtf8(e.what()));
     } catch (const std::exception &e) {
-        throw PanelFillError(row, p[Name].text(), planetFieldName(Gravity), QString::fromUtf8(e.what()));
+        throw PanelFillError(row, shown(p[Name]), planetFieldName(Gravity), QString::fromUtf8(e.what()));
     }
 }
 
@@ -123,5 +129,5 @@ void PlanetDetail::fillHabPerRace(const GameData &d, HabCarry &carry)
     const double t = conv::val(labels[Temp1Label]);
     const double r = conv::val(labels[Rad1Label]);
     for (int j = 1; j <= d.PlayerCount; ++j)
-        RHab[size_t(j - 1)] = conv::numberText(estimateHab(habBounds(d.player(j)), g, t, r, carry)) + u'%';
+        RHab[size_t(j - 1)] = conv::shortestText(estimateHab(habBounds(d.player(j)), g, t, r, carry)) + u'%';
 }

@@ -43,14 +43,15 @@ private slots:
         GameData d = smallGame();
         addPlanet(d, 1, 1, "  3 years old ",
                   {{Name, u"Alpha"}, {Owner, u"Humans"}, {Starbase, u"Space Dock"}, {Population, 12300.0},
-                   {Hab, 42.5}, {SOI, 37.0}, {IronMR, u"Remote"}, {BoraMR, 12.0}, {IronMC, 30.0},
+                   {Hab, 0.1 + 0.2}, {SOI, 37.0}, {IronMR, u"Remote"}, {BoraMR, 12.0}, {IronMC, 30.0},
                    {StoredGerm, u"Unknown"}, {AttackScore, 17}, {Defenses, u"45%"}});
         addPlanet(d, 2, 2, {}, {{Name, u"Beta"}, {Hab, 80.0}});
         PlanetDetail panel;
         HabCarry carry;
         panel.fill(d, 1, carry);
         QCOMPARE(label(panel, ReportAgeLabel), "3 years old");
-        QCOMPARE(label(panel, HabValueLabel), "42.5%");
+        // Numbers as the exports write them: the shortest text that reads back.
+        QCOMPARE(label(panel, HabValueLabel), "0.30000000000000004%");
         QCOMPARE(label(panel, OwnerLabel), "Humans");
         QCOMPARE(label(panel, StarsScoreLabel), "17");
         QCOMPARE(label(panel, SoiLabel), "37 l.y.");

@@ -2,6 +2,7 @@
 
 #include "FileSelection.h"
 #include "LoadError.h"
+#include "QuotedText.h"
 #include "UniverseGenerator.h"
 
 #include <QFileInfo>
@@ -15,8 +16,8 @@ int playerNumber(const QString &text, int lowest, const QString &option)
     bool ok = false;
     const int n = text.toInt(&ok);
     if (!ok || n < lowest || n > MaxPlayers)
-        throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not \"%3\"")
-                                .arg(option).arg(lowest).arg(text));
+        throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not %3")
+                                .arg(option).arg(lowest).arg(quoted(text)));
     return n;
 }
 
@@ -46,7 +47,7 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
 {
     const QFileInfo map(mapFile);
     if (!map.isFile())
-        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(mapFile));
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
 
     FileSelection selection(data);
     QString message = selection.clickMapFile(map.absolutePath(), map.fileName());
@@ -59,7 +60,7 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
     for (const QString &pair : parser.values(QStringLiteral("report-year"))) {
         const qsizetype eq = pair.indexOf(u'=');
         if (eq < 0)
-            throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not \"%1\"").arg(pair));
+            throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not %1").arg(quoted(pair)));
         const int n = playerNumber(pair.left(eq), 1, QStringLiteral("--report-year"));
         selection.row(n).yearText = pair.mid(eq + 1);
     }
@@ -87,5 +88,5 @@ void writeOutput(const QString &path, const QByteArray &bytes)
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
+        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(path), file.errorString()));
 }

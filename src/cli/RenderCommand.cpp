@@ -5,6 +5,7 @@
 #include "MapRedraw.h"
 #include "MineralOverlays.h"
 #include "PlanetNames.h"
+#include "QuotedText.h"
 #include "RasterSurface.h"
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
@@ -63,7 +64,7 @@ MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
     };
     const auto entry = entries.constFind(name);
     if (entry == entries.constEnd())
-        throw CliFailure(2, QStringLiteral("--overlay: unknown overlay \"%1\"").arg(name));
+        throw CliFailure(2, QStringLiteral("--overlay: unknown overlay %1").arg(quoted(name)));
     return *entry;
 }
 
@@ -83,7 +84,7 @@ ZoomWindow parseZoom(const QString &text)
     if (ok)
         z.width = parts[2].toInt(&ok);
     if (!ok)
-        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not \"%1\"").arg(text));
+        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not %1").arg(quoted(text)));
     return z;
 }
 
@@ -113,7 +114,7 @@ int runRender(const QStringList &arguments)
     for (const QString &name : layers.split(u',', Qt::SkipEmptyParts)) {
         const auto button = layerButtons().constFind(name.trimmed());
         if (button == layerButtons().constEnd())
-            throw CliFailure(2, QStringLiteral("--layers: unknown layer \"%1\"").arg(name));
+            throw CliFailure(2, QStringLiteral("--layers: unknown layer %1").arg(quoted(name)));
         buttons.setPressedQuietly(*button, true);
     }
     HabCarry habCarry;
@@ -145,7 +146,7 @@ int runRender(const QStringList &arguments)
     if (parser.isSet(QStringLiteral("trace"))) {
         if (!traceFile.open(QIODevice::WriteOnly))
             throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)")
-                                    .arg(traceFile.fileName(), traceFile.errorString()));
+                                    .arg(escapeControls(traceFile.fileName()), traceFile.errorString()));
         canvas.addSurface(std::make_shared<TraceRecorder>(static_cast<QIODevice &>(traceFile)));
     }
 
@@ -174,8 +175,8 @@ int runRender(const QStringList &arguments)
     }
 
     if (traceFile.isOpen() && !traceFile.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(traceFile.fileName()));
+        throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(escapeControls(traceFile.fileName())));
     if (!raster->save(out))
-        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(out));
+        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(out)));
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "Conversions.h"
 #include "LoadError.h"
+#include "QuotedText.h"
 
 #include <QFile>
 
@@ -153,6 +154,6 @@ double TextReader::readNumberItem()
     }
     const auto number = conv::wholeNumber(item);
     if (!number)
-        fail(QStringLiteral("Type mismatch: \"%1\" is not a number").arg(item.left(40)), itemLine);
+        fail(QStringLiteral("Type mismatch: %1 is not a number").arg(quoted(item)), itemLine);
     return *number;
 }

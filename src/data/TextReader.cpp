@@ -33,7 +33,13 @@ TextReader::TextReader(const QString &path) : m_name(path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(file.errorString()));
-    m_bytes = file.readAll();
+    if (file.size() > MaxGameFileSize)
+        throw LoadError(path, 0, QStringLiteral("the file is too large for a game file (%1 bytes, at most %2)")
+                                     .arg(file.size()).arg(MaxGameFileSize));
+    m_bytes = file.read(MaxGameFileSize + 1);
+    if (m_bytes.size() > MaxGameFileSize)
+        throw LoadError(path, 0, QStringLiteral("the file is too large for a game file (at most %1 bytes)")
+                                     .arg(MaxGameFileSize));
 }
 
 TextReader::TextReader(QByteArray bytes, QString name) : m_bytes(std::move(bytes)), m_name(std::move(name)) {}

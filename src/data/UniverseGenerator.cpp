@@ -184,7 +184,11 @@ void Generation::readMap()
             throw LoadError(d.MapFilePath, r.line, QStringLiteral("Overflow: the planet's position is out of range"));
         }
         p[Name] = Value(r.name);
-        rowsByName[trimBlanks(r.name)].push_back(i);
+        std::vector<int> &rows = rowsByName[trimBlanks(r.name)];
+        if (rows.size() == size_t(MaxPlanetsOfOneName))
+            throw LoadError(d.MapFilePath, r.line, QStringLiteral("more than %1 planets are named %2")
+                                                       .arg(MaxPlanetsOfOneName).arg(quoted(r.name)));
+        rows.push_back(i);
         origins[size_t(i - 1)] = Origin{d.MapFilePath, r.line};
     }
 }

@@ -211,6 +211,8 @@ private slots:
                                                   << "game.P1, line 2002: the report lists more than 2000 planets";
         QTest::newRow("file too large") << 20 << 1 << 1 << MaxGameFileSize + 1
                                         << "game.P1: the file is too large for a game file";
+        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1)
+                                              << "game.P1: the file is too large for a game file";
     }
     void limits()
     {
@@ -227,6 +229,8 @@ private slots:
         if (reportSize > 0) {
             QFile big(game.path("game.P1"));
             QVERIFY(big.open(QIODevice::ReadWrite) && big.resize(reportSize));
+        } else if (reportSize < 0) {
+            QVERIFY(QFile::remove(game.path("game.P1")) && QFile::link("/dev/zero", game.path("game.P1")));
         }
         GameData d;
         const QString got = game.load(d);

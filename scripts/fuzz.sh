@@ -114,9 +114,13 @@ for h in "${harnesses[@]}"; do
   LSAN_OPTIONS=suppressions="$PWD/fuzz/lsan.supp" \
     "$out/fuzz/fuzz-$h" -dict="fuzz/dict/$h.dict" -runs="$runs" -max_total_time="$seconds" \
     -max_len="$(max_len "$h")" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
-    -artifact_prefix="$artifacts/" "$work" "$seed" "tests/data/regression/$h" >"$out/logs/$h.log" 2>&1
+    -artifact_prefix="$artifacts/" "$work" "$seed" "tests/data/regression/$h" >"$out/logs/$h.log" 2>&1 &
+  pid=$!
+  wait $pid
   status=$?
   set -e
+  # The harness's scratch folder, left behind when it stopped on a finding.
+  rm -rf "/dev/shm/veltro-fuzz-$pid"
   grep -E '^(stat::|Done|#[0-9]+ +DONE)' "$out/logs/$h.log" || true
   ls "$artifacts" | sed 's/^/   artefact: /'
   [ $status -eq 0 ] || echo "   $h stopped with status $status: see $out/logs/$h.log"

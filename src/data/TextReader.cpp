@@ -33,11 +33,17 @@ TextReader::TextReader(const QString &path) : m_name(path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(file.errorString()));
-    // Read with a bound rather than by the size: a device or a pipe has none.
-    m_bytes = file.read(MaxGameFileSize + 1);
-    if (m_bytes.size() > MaxGameFileSize)
-        throw LoadError(path, 0, QStringLiteral("the file is too large for a game file (at most %1 bytes)")
-                                     .arg(MaxGameFileSize));
+    // Read in pieces up to the bound rather than by the size: a device or a
+    // pipe has none, and a buffer of the bound's size would cost every read.
+    for (;;) {
+        const QByteArray piece = file.read(64 * 1024);
+        if (piece.isEmpty())
+            break;
+        m_bytes += piece;
+        if (m_bytes.size() > MaxGameFileSize)
+            throw LoadError(path, 0, QStringLiteral("the file is too large for a game file (at most %1 bytes)")
+                                         .arg(MaxGameFileSize));
+    }
 }
 
 TextReader::TextReader(QByteArray bytes, QString name) : m_bytes(std::move(bytes)), m_name(std::move(name)) {}

@@ -17,6 +17,7 @@
 #include "OverlayButtonBar.h"
 #include "PlanetGridWindow.h"
 #include "PlanetNames.h"
+#include "QuotedText.h"
 #include "RaceColourWindow.h"
 #include "RaceLegend.h"
 #include "RasterSurface.h"
@@ -315,9 +316,9 @@ void MainWindow::saveMap()
     // The message comes first, whatever happens next; the file is replaced
     // only once the new picture is complete.
     const QString path = mapBitmapPath(m_data);
-    showMessage(QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path));
+    showMessage(QStringLiteral("Map saved to ") + escapeControls(QDir::toNativeSeparators(path)));
     if (m_data.GameDir.trimmed().isEmpty() || !m_raster->save(path))
-        showError(QStringLiteral("%1: the map could not be written").arg(QDir::toNativeSeparators(path)));
+        showError(QStringLiteral("%1: the map could not be written").arg(escapeControls(QDir::toNativeSeparators(path))));
 }
 
 void MainWindow::overlayClicked(int)

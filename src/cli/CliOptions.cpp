@@ -3,6 +3,7 @@
 #include "Conversions.h"
 #include "FileSelection.h"
 #include "LoadError.h"
+#include "QuotedText.h"
 #include "Subcommands.h"
 #include "UniverseGenerator.h"
 
@@ -18,8 +19,8 @@ int playerNumber(const QString &text, int lowest, const QString &option)
     bool ok = false;
     const int n = text.toInt(&ok);
     if (!ok || n < lowest || n > MaxPlayers)
-        throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not \"%3\"")
-                                .arg(option).arg(lowest).arg(text));
+        throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not %3")
+                                .arg(option).arg(lowest).arg(quoted(text)));
     return n;
 }
 
@@ -64,7 +65,7 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
 {
     const QFileInfo map(mapFile);
     if (!map.isFile())
-        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(mapFile));
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
 
     FileSelection selection(data);
     QString message = selection.clickMapFile(map.absolutePath(), map.fileName());
@@ -77,7 +78,7 @@ void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData
     for (const QString &pair : parser.values(QStringLiteral("report-year"))) {
         const qsizetype eq = pair.indexOf(u'=');
         if (eq < 0)
-            throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not \"%1\"").arg(pair));
+            throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not %1").arg(quoted(pair)));
         const int n = playerNumber(pair.left(eq), 1, QStringLiteral("--report-year"));
         selection.row(n).yearText = pair.mid(eq + 1);
     }
@@ -117,7 +118,7 @@ ZoomWindow parseZoom(const QString &text)
     if (ok)
         z.width = parts[2].toInt(&ok);
     if (!ok)
-        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not \"%1\"").arg(text));
+        throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not %1").arg(quoted(text)));
     return z;
 }
 
@@ -138,5 +139,5 @@ void writeOutput(const QString &path, const std::function<void(QIODevice &)> &wr
         if (file.commit())
             return;
     }
-    throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(path, file.errorString()));
+    throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(path), file.errorString()));
 }

@@ -2,6 +2,7 @@
 
 #include "CliOptions.h"
 #include "GameExport.h"
+#include "QuotedText.h"
 
 int runExport(const QStringList &arguments)
 {
@@ -15,7 +16,7 @@ int runExport(const QStringList &arguments)
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("export"));
     const QString format = parser.value(QStringLiteral("format"));
     if (format != u"json" && format != u"csv")
-        throw CliFailure(2, QStringLiteral("--format is json or csv, not \"%1\"").arg(format));
+        throw CliFailure(2, QStringLiteral("--format is json or csv, not %1").arg(quoted(format)));
 
     GameData data;
     loadGame(mapFile, parser, data);

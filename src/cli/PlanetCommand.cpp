@@ -1,4 +1,5 @@
 #include "PlanetCommand.h"
+#include "QuotedText.h"
 
 #include "CliOptions.h"
 #include "InteractionHost.h"
@@ -70,7 +71,7 @@ Spot parseSpot(const QString &text)
     if (ok)
         s.y = parts[1].toDouble(&ok);
     if (!ok)
-        throw CliFailure(2, QStringLiteral("--at takes X,Y in light years, not \"%1\"").arg(text));
+        throw CliFailure(2, QStringLiteral("--at takes X,Y in light years, not %1").arg(quoted(text)));
     return s;
 }
 
@@ -104,8 +105,8 @@ int runPlanet(const QStringList &arguments)
         bool ok = false;
         number = parser.value(QStringLiteral("number")).toInt(&ok);
         if (!ok || number < 1 || number > data.PlanetCount)
-            throw CliFailure(2, QStringLiteral("--number takes a planet row from 1 to %1, not \"%2\"")
-                                    .arg(data.PlanetCount).arg(parser.value(QStringLiteral("number"))));
+            throw CliFailure(2, QStringLiteral("--number takes a planet row from 1 to %1, not %2")
+                                    .arg(data.PlanetCount).arg(quoted(parser.value(QStringLiteral("number")))));
     }
 
     Canvas canvas;

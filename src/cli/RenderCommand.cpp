@@ -5,6 +5,7 @@
 #include "MapRedraw.h"
 #include "MineralOverlays.h"
 #include "PlanetNames.h"
+#include "QuotedText.h"
 #include "RaceColourOption.h"
 #include "RasterSurface.h"
 #include "StargateOverlay.h"
@@ -64,7 +65,7 @@ MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
     };
     const auto entry = entries.constFind(name);
     if (entry == entries.constEnd())
-        throw CliFailure(2, QStringLiteral("--overlay: unknown overlay \"%1\"").arg(name));
+        throw CliFailure(2, QStringLiteral("--overlay: unknown overlay %1").arg(quoted(name)));
     return *entry;
 }
 
@@ -98,7 +99,7 @@ int runRender(const QStringList &arguments)
     for (const QString &name : layers.split(u',', Qt::SkipEmptyParts)) {
         const auto button = layerButtons().constFind(name.trimmed());
         if (button == layerButtons().constEnd())
-            throw CliFailure(2, QStringLiteral("--layers: unknown layer \"%1\"").arg(name));
+            throw CliFailure(2, QStringLiteral("--layers: unknown layer %1").arg(quoted(name)));
         buttons.setPressedQuietly(*button, true);
     }
     HabCarry habCarry;
@@ -132,7 +133,7 @@ int runRender(const QStringList &arguments)
     if (parser.isSet(QStringLiteral("trace"))) {
         if (!traceFile.open(QIODevice::WriteOnly))
             throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)")
-                                    .arg(traceFile.fileName(), traceFile.errorString()));
+                                    .arg(escapeControls(traceFile.fileName()), traceFile.errorString()));
         canvas.addSurface(std::make_shared<TraceRecorder>(static_cast<QIODevice &>(traceFile)));
     }
 
@@ -155,8 +156,8 @@ int runRender(const QStringList &arguments)
     }
 
     if (traceFile.isOpen() && !traceFile.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(traceFile.fileName()));
+        throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(escapeControls(traceFile.fileName())));
     if (!raster->save(out))
-        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(out));
+        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(out)));
     return 0;
 }

@@ -2,6 +2,7 @@
 // its data or renders its map, for scripts, game hosts and test suites.
 
 #include "CliOptions.h"
+#include "QuotedText.h"
 #include "Subcommands.h"
 #include "Version.h"
 
@@ -46,8 +47,8 @@ int runTopLevel(const QStringList &arguments)
     if (positional.isEmpty())
         throw CliFailure(2, QStringLiteral("missing command: %1 (see veltro-cli --help)")
                                 .arg(subcommandNames().join(QStringLiteral(", "))));
-    throw CliFailure(2, QStringLiteral("unknown command \"%1\": %2 (see veltro-cli --help)")
-                            .arg(positional.first(), subcommandNames().join(QStringLiteral(", "))));
+    throw CliFailure(2, QStringLiteral("unknown command %1: %2 (see veltro-cli --help)")
+                            .arg(quoted(positional.first()), subcommandNames().join(QStringLiteral(", "))));
 }
 
 } // namespace

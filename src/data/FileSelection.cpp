@@ -2,6 +2,7 @@
 
 #include "Conversions.h"
 #include "GameFolder.h"
+#include "QuotedText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -113,7 +114,7 @@ QString FileSelection::confirm()
     try {
         year = conv::toInt16(gameYear);
     } catch (const conv::OverflowError &) {
-        return QStringLiteral("Overflow: the game year %1 is out of range").arg(gameYearText);
+        return QStringLiteral("Overflow: the game year %1 is out of range").arg(quoted(gameYearText));
     }
     for (int i = 1; i <= MaxPlayers; ++i) {
         const QString &text = m_rows[size_t(i)].yearText;

@@ -30,6 +30,15 @@ enum PlayerField : int {
 constexpr int PlayerFieldCount = 17;
 constexpr int MaxPlayers = 16;
 
+// Limits of the game that bound the work of a load. The game's largest
+// universes hold under a thousand planets, and it names a planet once or
+// rarely twice. Generation merges every report line into every planet of
+// its name and lays every planet's influence over the territory grid, so a
+// damaged or crafted file with millions of planets, or thousands of one
+// name, would hold the program for hours: such files are refused.
+constexpr int MaxPlanets = 2000;
+constexpr int MaxPlanetsOfOneName = 16;
+
 // Field names as the exports and the planet grid know them, index = field number.
 const char *planetFieldName(int field);
 const char *playerFieldName(int field);

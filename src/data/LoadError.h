@@ -2,6 +2,8 @@
 // A load that cannot go on: names the file, the line (0 when none applies)
 // and the fault, for one message to the user.
 
+#include "QuotedText.h"
+
 #include <QString>
 #include <stdexcept>
 
@@ -18,10 +20,11 @@ public:
 
     static QString format(const QString &file, int line, const QString &fault)
     {
-        QString message = line > 0 ? QStringLiteral("%1, line %2: %3").arg(file).arg(line).arg(fault)
-                                   : QStringLiteral("%1: %2").arg(file, fault);
-        // One line, even when a quoted item of the file ran across line ends.
-        return message.replace(u'\r', u' ').replace(u'\n', u' ');
+        // One line, whatever the file's name or a quoted item of the file holds.
+        const QString name = escapeControls(file);
+        const QString what = escapeControls(fault);
+        return line > 0 ? QStringLiteral("%1, line %2: %3").arg(name).arg(line).arg(what)
+                        : QStringLiteral("%1: %2").arg(name, what);
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "MapFile.h"
 
 #include "Conversions.h"
+#include "GameData.h"
 #include "TextReader.h"
 
 namespace {
@@ -29,6 +30,9 @@ MapCount countMapRecords(const QString &path)
     MapCount count;
     count.lastLine = reader.line();
     while (!reader.atEnd()) {
+        if (count.records == MaxPlanets)
+            reader.fail(QStringLiteral("the map lists more than %1 planets, more than any universe of the game")
+                            .arg(MaxPlanets), reader.line());
         const MapRecord r = readRecord(reader);
         ++count.records;
         count.lastX = r.x;

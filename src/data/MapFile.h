@@ -20,7 +20,8 @@ struct MapCount {
     int lastLine = 0; // with no records, the line after the header
 };
 
-// First pass: the number of records and the X of the last one.
+// First pass: the number of records and the X of the last one; LoadError
+// at a record beyond MaxPlanets.
 MapCount countMapRecords(const QString &path);
 // Second pass: exactly `count` records.
 std::vector<MapRecord> readMapRecords(const QString &path, int32_t count);

@@ -1,5 +1,7 @@
 #include "ReportFile.h"
 
+#include "GameData.h"
+
 ReportFields splitReportLine(const QString &rawLine)
 {
     QString line = rawLine;
@@ -43,6 +45,9 @@ int countReportLines(const QString &path)
     reader.readTextItem();
     int count = 0;
     while (!reader.atEnd()) {
+        if (count == MaxPlanets)
+            reader.fail(QStringLiteral("the report lists more than %1 planets, more than any universe of the game")
+                            .arg(MaxPlanets), reader.line());
         reader.skipLine();
         ++count;
     }

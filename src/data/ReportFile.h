@@ -32,6 +32,8 @@ struct TooManyFieldsError : std::runtime_error {
 ReportFields splitReportLine(const QString &line);
 
 // First pass: the number of planet lines (header skipped with an item read).
+// A report lists each planet of the universe at most once, so a report of
+// more than MaxPlanets lines is refused (LoadError at the first line beyond).
 int countReportLines(const QString &path);
 
 // Second pass: the planet lines of one report, the own race's report by

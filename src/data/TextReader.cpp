@@ -2,6 +2,7 @@
 
 #include "Conversions.h"
 #include "LoadError.h"
+#include "QuotedText.h"
 
 #include <QFile>
 #include <algorithm>
@@ -48,7 +49,17 @@ TextReader::TextReader(const QString &path) : m_name(path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(file.errorString()));
-    m_bytes = file.readAll();
+    // Read in pieces up to the bound rather than by the size: a device or a
+    // pipe has none, and a buffer of the bound's size would cost every read.
+    for (;;) {
+        const QByteArray piece = file.read(64 * 1024);
+        if (piece.isEmpty())
+            break;
+        m_bytes += piece;
+        if (m_bytes.size() > MaxGameFileSize)
+            throw LoadError(path, 0, QStringLiteral("the file is too large for a game file (at most %1 bytes)")
+                                         .arg(MaxGameFileSize));
+    }
 }
 
 TextReader::TextReader(QByteArray bytes, QString name) : m_bytes(std::move(bytes)), m_name(std::move(name)) {}
@@ -180,6 +191,6 @@ double TextReader::readNumberItem()
     }
     const auto number = conv::wholeNumber(item);
     if (!number)
-        fail(QStringLiteral("Type mismatch: \"%1\" is not a number").arg(item.left(40)), itemLine);
+        fail(QStringLiteral("Type mismatch: %1 is not a number").arg(quoted(item)), itemLine);
     return *number;
 }

@@ -8,9 +8,15 @@
 #include <QString>
 #include <utility>
 
+// The game's files are small: a report of the largest universe is a few
+// hundred kilobytes. A larger file is refused before it is read, so that a
+// wrong or damaged file cannot take the memory of the machine.
+constexpr qint64 MaxGameFileSize = 32 * 1024 * 1024;
+
 class TextReader {
 public:
-    // Reads the whole file; LoadError when it cannot be opened.
+    // Reads the whole file; LoadError when it cannot be opened or is
+    // larger than MaxGameFileSize.
     explicit TextReader(const QString &path);
     // For tests and in-memory data.
     TextReader(QByteArray bytes, QString name);

@@ -4,6 +4,7 @@
 #include "Influence.h"
 #include "LoadError.h"
 #include "MapFile.h"
+#include "QuotedText.h"
 #include "ReportFile.h"
 #include "TerritoryGridBuilder.h"
 #include "Tolerances.h"
@@ -40,8 +41,8 @@ Value addAge(const Value &age, double shift)
         return Value(shift);
     const auto years = conv::wholeNumber(age.rawText());
     if (!years)
-        throw std::runtime_error(QStringLiteral("Type mismatch: the report age \"%1\" is not a number")
-                                     .arg(age.rawText().left(40)).toStdString());
+        throw std::runtime_error(QStringLiteral("Type mismatch: the report age %1 is not a number")
+                                     .arg(quoted(age.rawText())).toStdString());
     return Value(*years + shift);
 }
 
@@ -183,7 +184,11 @@ void Generation::readMap()
             throw LoadError(d.MapFilePath, r.line, QStringLiteral("Overflow: the planet's position is out of range"));
         }
         p[Name] = Value(r.name);
-        rowsByName[trimBlanks(r.name)].push_back(i);
+        std::vector<int> &rows = rowsByName[trimBlanks(r.name)];
+        if (rows.size() == size_t(MaxPlanetsOfOneName))
+            throw LoadError(d.MapFilePath, r.line, QStringLiteral("more than %1 planets are named %2")
+                                                       .arg(MaxPlanetsOfOneName).arg(quoted(r.name)));
+        rows.push_back(i);
         origins[size_t(i - 1)] = Origin{d.MapFilePath, r.line};
     }
 }
@@ -290,8 +295,8 @@ void Generation::collectRaces()
         if (known)
             continue;
         if (d.PlayerCount == MaxPlayers)
-            failAtPlanet(i, QStringLiteral("Subscript out of range: \"%1\" would be a 17th race, "
-                                           "and a game has at most 16").arg(owner.text()));
+            failAtPlanet(i, QStringLiteral("Subscript out of range: %1 would be a 17th race, "
+                                           "and a game has at most 16").arg(quoted(owner.text())));
         ++d.PlayerCount;
         d.player(d.PlayerCount)[RaceName] = Value(owner.text());
         obs.addRace(owner.text());
@@ -386,7 +391,7 @@ QString windowCaption(const GameData &data)
 {
     QString caption = QStringLiteral("Veltro Marches for Stars!   Version %1.%2.%3  { ")
                           .arg(VELTRO_VERSION_MAJOR).arg(VELTRO_VERSION_MINOR).arg(VELTRO_VERSION_PATCH);
-    caption += QFileInfo(data.MapFilePath).fileName();
+    caption += escapeControls(QFileInfo(data.MapFilePath).fileName());
     if (data.GameYear >= 1)
         caption += QStringLiteral("  Year:") + QString::number(data.GameYear);
     return caption + QStringLiteral(" }");

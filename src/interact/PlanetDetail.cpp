@@ -1,4 +1,5 @@
 #include "PlanetDetail.h"
+#include "QuotedText.h"
 
 #include "Conversions.h"
 
@@ -38,7 +39,7 @@ const char *detailLabelName(int label)
 
 PanelFillError::PanelFillError(int row, const QString &planetName, const char *field, const QString &fault)
     : std::runtime_error(fault.toStdString()),
-      message(QStringLiteral("planet %1 \"%2\": %3: %4").arg(row).arg(planetName, QLatin1String(field), fault))
+      message(QStringLiteral("planet %1 %2: %3: %4").arg(row).arg(quoted(planetName), QLatin1String(field), fault))
 {
 }
 

@@ -2,6 +2,7 @@
 // their tolerance ranges, attack scores, annotations.
 
 #include "TestGame.h"
+#include "TextReader.h"
 
 #include <QTest>
 #include <cmath>
@@ -187,6 +188,54 @@ private slots:
         GameData d;
         const QString message = loadGame(d, map, {{"game.P1", lines}});
         QVERIFY2(message.contains("/game.P1, line 18: "), qPrintable(message));
+    }
+
+    // The game's limits that bound a load: planets in the map, planets of
+    // one name, lines of a report, and the size of a file. At the limit the
+    // game loads; one beyond it, the load stops at that line.
+    void limits_data()
+    {
+        QTest::addColumn<int>("planets");
+        QTest::addColumn<int>("ofOneName");
+        QTest::addColumn<int>("reportLines");
+        QTest::addColumn<qint64>("reportSize");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("most planets") << MaxPlanets << 1 << 1 << qint64(0) << "";
+        QTest::newRow("one planet too many") << MaxPlanets + 1 << 1 << 1 << qint64(0)
+                                             << "game.map, line 2002: the map lists more than 2000 planets";
+        QTest::newRow("most of one name") << 20 << MaxPlanetsOfOneName << 1 << qint64(0) << "";
+        QTest::newRow("one more of that name") << 20 << MaxPlanetsOfOneName + 1 << 1 << qint64(0)
+                                               << "game.map, line 19: more than 16 planets are named \"Twin\"";
+        QTest::newRow("longest report") << 20 << 1 << MaxPlanets << qint64(0) << "";
+        QTest::newRow("one report line too many") << 20 << 1 << MaxPlanets + 1 << qint64(0)
+                                                  << "game.P1, line 2002: the report lists more than 2000 planets";
+        QTest::newRow("file too large") << 20 << 1 << 1 << MaxGameFileSize + 1
+                                        << "game.P1: the file is too large for a game file";
+        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1)
+                                              << "game.P1: the file is too large for a game file";
+    }
+    void limits()
+    {
+        QFETCH(int, planets);
+        QFETCH(int, ofOneName);
+        QFETCH(int, reportLines);
+        QFETCH(qint64, reportSize);
+        QList<MapPlanet> map{{"Home", 1100, 1100}};
+        for (int i = 1; i < planets; ++i)
+            map << MapPlanet{i <= ofOneName ? QString("Twin") : QString("P%1").arg(i), 1100 + i % 300, 1100 + i / 300};
+        TestGame game;
+        game.writeMap(map);
+        game.writeReport("game.P1", Lines(reportLines, homeLine()));
+        if (reportSize > 0) {
+            QFile big(game.path("game.P1"));
+            QVERIFY(big.open(QIODevice::ReadWrite) && big.resize(reportSize));
+        } else if (reportSize < 0) {
+            QVERIFY(QFile::remove(game.path("game.P1")) && QFile::link("/dev/zero", game.path("game.P1")));
+        }
+        GameData d;
+        const QString got = game.load(d);
+        QFETCH(QString, message);
+        QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
     }
 
     void unreportedPlanetsAndAttackScores()

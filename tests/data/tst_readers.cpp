@@ -1,6 +1,7 @@
 // Number rules, item and line reads, report line splitting.
 
 #include "LoadError.h"
+#include "QuotedText.h"
 #include "ReportFile.h"
 
 #include <QTest>
@@ -115,6 +116,48 @@ private slots:
         }
         QTEST(got, "expected");
         QVERIFY_THROWS_EXCEPTION(LoadError, reader.readLine());
+    }
+
+    // Values from a file inside a message: escaped, cut, quoted.
+    void quoting_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("plain, backslash kept") << "C:\\Stars 1" << "\"C:\\Stars 1\"";
+        QTest::newRow("C0 controls") << QString::fromUtf16(u"a\0b\f\x1b[2J\x7f\x01", 10)
+                                     << "\"a\\x00b\\f\\e[2J\\x7F\\x01\"";
+        QTest::newRow("line ends and tab") << "a\r\nb\tc" << "\"a\\r\\nb\\tc\"";
+        QTest::newRow("C1, separators, bidi") << QString::fromUtf16(u"\u0085x\u2028\u202e\u00ad")
+                                              << "\"\\u0085x\\u2028\\u202E\\u00AD\"";
+        QTest::newRow("printable beyond Latin-1 stays") << QString::fromUtf16(u"\u20ac\u2026\U0001F600")
+                                                        << QString::fromUtf16(u"\"\u20ac\u2026\U0001F600\"");
+        QTest::newRow("40 characters stay whole") << QString(40, u'x') << '"' + QString(40, u'x') + '"';
+        QTest::newRow("41 are cut") << QString(41, u'x') << '"' + QString(40, u'x') + QString::fromUtf16(u"\u2026\"");
+        QTest::newRow("cut counts characters, not escapes") << QString(50, QChar(0)) << '"' + QString("\\x00").repeated(40) + QString::fromUtf16(u"\u2026\"");
+        QTest::newRow("cut never splits a pair") << QString(39, u'x') + QString::fromUtf16(u"\U0001F600")
+                                                 << '"' + QString(39, u'x') + QString::fromUtf16(u"\u2026\"");
+        QTest::newRow("lone surrogate") << QString(QChar(0xD800)) << "\"\\uD800\"";
+    }
+    void quoting()
+    {
+        QFETCH(QString, text);
+        QTEST(quoted(text), "expected");
+    }
+
+    // A damaged file's bytes and a file name with controls still give one
+    // line that a terminal shows as it is.
+    void messagesStayOneLine()
+    {
+        const char bytes[] = "1\0\f\x1b]0;x\x07\x8d\r\n";
+        TextReader reader(QByteArray(bytes, sizeof bytes - 1), "game\n.map");
+        try {
+            reader.readNumberItem();
+            QFAIL("read a number");
+        } catch (const LoadError &e) {
+            QCOMPARE(e.message(), QString::fromUtf16(u"game\\n.map, line 1: Type mismatch: "
+                                                     u"\"1\\x00\\f\\e]0;x\\a\\u008D\" is not a number"));
+        }
+        QCOMPARE(LoadError("x\r.map", 0, "fault\non two lines").message(), QString("x\\r.map: fault\\non two lines"));
     }
 
 };

@@ -1,0 +1,81 @@
+// Every input the fuzzers ever crashed on, replayed through the same entry
+// points as the harnesses: each must load or give the one-line message,
+// never crash (the sanitizer build also catches memory errors here) and
+// never end in another kind of exception.
+
+#include "FuzzEntries.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+#include <functional>
+
+namespace {
+
+using Entry = std::function<fuzzentry::Outcome(const QString &, QByteArrayView)>;
+
+const QList<std::pair<QString, Entry>> &entries()
+{
+    static const QList<std::pair<QString, Entry>> list{
+        {"map", fuzzentry::loadMapFile},
+        {"report", fuzzentry::loadReportFiles},
+        {"annotation", fuzzentry::loadAnnotationFile},
+        {"settings", fuzzentry::loadSettingsFile},
+    };
+    return list;
+}
+
+bool hasControl(const QString &s)
+{
+    return std::any_of(s.begin(), s.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+}
+
+} // namespace
+
+class RegressionTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void replay_data()
+    {
+        QTest::addColumn<QString>("reader");
+        QTest::addColumn<QString>("path");
+        for (const auto &[reader, entry] : entries()) {
+            const QDir dir(QStringLiteral(VELTRO_REGRESSION "/") + reader);
+            for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
+                if (name != QLatin1String("README.md"))
+                    QTest::addRow("%s/%s", qPrintable(reader), qPrintable(name)) << reader << dir.filePath(name);
+            }
+        }
+    }
+    void replay()
+    {
+        QFETCH(QString, reader);
+        QFETCH(QString, path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray input = file.readAll();
+        const Entry entry = std::find_if(entries().begin(), entries().end(),
+                                         [&](const auto &e) { return e.first == reader; })->second;
+        QTemporaryDir dir;
+        fuzzentry::Outcome outcome;
+        try {
+            outcome = entry(dir.path() + QStringLiteral("/game"), input);
+        } catch (const std::exception &e) {
+            QFAIL(qPrintable(QStringLiteral("escaped: ") + QString::fromUtf8(e.what())));
+        }
+        if (!outcome.loaded) {
+            QVERIFY(!outcome.message.isEmpty());
+            QVERIFY2(!hasControl(outcome.message), qPrintable(outcome.message));
+        }
+    }
+
+    // The corpus is not empty: a wrong folder would pass silently.
+    void corpusFound()
+    {
+        QVERIFY(QDir(QStringLiteral(VELTRO_REGRESSION "/report")).entryList(QDir::Files).size() > 0);
+    }
+};
+
+QTEST_MAIN(RegressionTest)
+#include "tst_regression.moc"

@@ -179,7 +179,6 @@ Environment terraformed(const Race &race, const Environment &env)
 
 void addConquests(GameModel &game, quint32 seed)
 {
-    constexpr double FrontLine = 60; // light years between rival colonies
     QRandomGenerator rng(seed ^ 0xC0DE0003u);
     std::vector<bool> homeworld(game.planets.size(), false);
     for (const Race &race : game.races)
@@ -188,22 +187,28 @@ void addConquests(GameModel &game, quint32 seed)
         PlanetState &p = game.planets[i];
         if (p.owner < 0 || homeworld[i])
             continue;
-        int rival = -1;
-        double nearest = FrontLine;
+        // A colony on the front: a rival's planet lies not much further off
+        // than the colony's nearest own neighbour.
+        int nearest = -1;
+        double ownDistance = 1e300, rivalDistance = 1e300;
         for (size_t j = 0; j < game.planets.size(); ++j) {
-            const PlanetState &q = game.planets[j];
+            const int owner = game.planets[j].owner;
             const double d = distance(game.map[i], game.map[j]);
-            if (q.owner >= 0 && q.owner != p.owner && d <= nearest) {
-                nearest = d;
-                rival = int(j);
+            if (j == i || owner < 0)
+                continue;
+            if (owner == p.owner) {
+                ownDistance = std::min(ownDistance, d);
+            } else if (d < rivalDistance) {
+                rivalDistance = d;
+                nearest = int(j);
             }
         }
-        if (rival < 0 || !chance(rng, 0.35))
+        if (nearest < 0 || rivalDistance > 2 * ownDistance || !chance(rng, 0.5))
             continue;
-        const int year = std::max(p.founded, game.planets[size_t(rival)].founded) + pick(rng, 1, 6);
+        const int year = std::max(p.founded, game.planets[size_t(nearest)].founded) + pick(rng, 1, 6);
         if (year > game.gameYear)
             continue;
-        p.capturedBy = game.planets[size_t(rival)].owner;
+        p.capturedBy = game.planets[size_t(nearest)].owner;
         p.capturedIn = year;
     }
 }

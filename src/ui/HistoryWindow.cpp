@@ -32,7 +32,6 @@ HistoryWindow::HistoryWindow(const QString &folder, const OverlayButtons &button
     m_map->setAlignment(Qt::AlignCenter);
     m_map->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     m_map->setMinimumSize(SmallestMap * 2, SmallestMap);
-    m_map->setStyleSheet(QStringLiteral("background: black; color: white"));
     m_slider->setAccessibleName(QStringLiteral("Year"));
     m_slider->setEnabled(false);
     m_slider->setPageStep(5);

@@ -86,11 +86,14 @@ private slots:
         // of its own turn shows.
         StableRaceColours colours;
         colours.nextTurn(racesNamed(16, "R"));
+        // R0 is gone; the newcomer's own column colour, green, is R1's.
         QStringList second = racesNamed(16, "R");
-        second[0] = "Newcomer";
+        second.removeFirst();
+        second.insert(1, "Newcomer");
         const RaceColours table = colours.nextTurn(second);
-        QCOMPARE(table[0], red);
-        for (int k = 1; k < 16; ++k)
+        QCOMPARE(table[0], green);
+        QCOMPARE(table[1], red);
+        for (int k = 2; k < 16; ++k)
             QCOMPARE(table[size_t(k)], starts[size_t(k)]);
     }
 };

@@ -26,12 +26,18 @@ int playerNumber(const QString &text, int lowest, const QString &option)
 
 } // namespace
 
-void addGameSelectionOptions(QCommandLineParser &parser)
+void addGameSelectionOptions(QCommandLineParser &parser, bool yearsListed)
 {
     parser.addOption({QStringLiteral("own"), QStringLiteral("Player number of your own race."), QStringLiteral("N")});
-    parser.addOption({QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y")});
-    parser.addOption({QStringLiteral("report-year"), QStringLiteral("Year in which report N was exported."),
-                      QStringLiteral("N=Y")});
+    QCommandLineOption year(QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y"));
+    QCommandLineOption reportYear(QStringLiteral("report-year"), QStringLiteral("Year in which report N was exported."),
+                                  QStringLiteral("N=Y"));
+    if (!yearsListed) {
+        year.setFlags(QCommandLineOption::HiddenFromHelp);
+        reportYear.setFlags(QCommandLineOption::HiddenFromHelp);
+    }
+    parser.addOption(year);
+    parser.addOption(reportYear);
     parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
 }
 

@@ -22,8 +22,10 @@ struct CliFailure : std::runtime_error {
     QString message;
 };
 
-// Adds --own, --year, --report-year and --skip to the parser.
-void addGameSelectionOptions(QCommandLineParser &parser);
+// Adds --own, --year, --report-year and --skip to the parser. Without
+// `yearsListed` the two year options are known but left out of --help, for
+// a command that takes its years elsewhere and refuses them with a reason.
+void addGameSelectionOptions(QCommandLineParser &parser, bool yearsListed = true);
 
 // Parses the command line with --help and --version added: a usage error
 // throws with status 2; --help, --help-all and --version print and exit 0,

@@ -121,7 +121,7 @@ struct DrawnFrame {
 int runHistory(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    addGameSelectionOptions(parser);
+    addGameSelectionOptions(parser, false);
     parser.addOption({QStringLiteral("layers"),
                       QStringLiteral("Comma-separated overlay buttons to press (default %1).").arg(DefaultLayers),
                       QStringLiteral("LIST"), DefaultLayers});

@@ -48,19 +48,22 @@ void removeOldGameFiles(const QDir &dir, const QString &base)
             fail(QStringLiteral("%1: cannot remove an old game file").arg(dir.filePath(name)));
 }
 
-} // namespace
-
-GeneratedGame generateGame(const GameOptions &options)
+void checkOptions(const GameOptions &options)
 {
     if (options.players < 1 || options.players > 16)
         fail(QStringLiteral("a game has 1 to 16 players, not %1").arg(options.players));
     if (options.gameYear <= FirstYear || options.gameYear > 32767)
         fail(QStringLiteral("the game year must lie between %1 and 32767").arg(FirstYear + 1));
+}
 
-    const GameModel model = buildGameModel(readUniverseMap(options.mapPath), options.players, options.gameYear, options.seed);
-    QDir dir(options.outDir);
+// The game's files as of `year` in `outDir`; with `lagging` the other
+// players exported their reports up to three years earlier.
+GeneratedGame writeGame(const GameModel &model, const GameOptions &options, const QString &outDir, int year,
+                        bool lagging)
+{
+    QDir dir(outDir);
     if (!dir.mkpath(QStringLiteral(".")))
-        fail(QStringLiteral("%1: cannot create the folder").arg(options.outDir));
+        fail(QStringLiteral("%1: cannot create the folder").arg(outDir));
     removeOldGameFiles(dir, options.base);
 
     GeneratedGame game;
@@ -78,18 +81,41 @@ GeneratedGame generateGame(const GameOptions &options)
     QRandomGenerator rng(options.seed ^ 0x5eed0001u);
     const int reports = options.oldStyle ? 1 : int(model.races.size());
     for (int player = 1; player <= reports; ++player) {
-        const int lag = player == 1 ? 0 : int(rng.bounded(4u));
-        game.reportYears.push_back(std::max(FirstYear + 1, options.gameYear - lag));
+        const int lag = player == 1 || !lagging ? 0 : int(rng.bounded(4u));
+        game.reportYears.push_back(std::max(FirstYear + 1, year - lag));
         const QString name = options.oldStyle ? options.base + QStringLiteral(".PLA")
                                               : options.base + QStringLiteral(".P") + QString::number(player);
         const QByteArray report = planetReport(model, player - 1, game.reportYears.back(),
                                                options.oldStyle ? ReportLayout::OldStyle : ReportLayout::PerPlayer,
-                                               options.seed + quint32(player) * 7919u);
+                                               options.seed + quint32(player) * 7919u + quint32(year - options.gameYear));
         writeFile(dir, name, report, game);
     }
     if (options.annotations)
         writeFile(dir, options.base + QStringLiteral(".VMK"), annotationFile(model), game);
     return game;
+}
+
+} // namespace
+
+GeneratedGame generateGame(const GameOptions &options)
+{
+    checkOptions(options);
+    const GameModel model = buildGameModel(readUniverseMap(options.mapPath), options.players, options.gameYear, options.seed);
+    return writeGame(model, options, options.outDir, options.gameYear, true);
+}
+
+std::vector<GeneratedGame> generateHistory(const GameOptions &options, int turns)
+{
+    checkOptions(options);
+    const int firstYear = options.gameYear - turns + 1;
+    if (turns < 1 || firstYear <= FirstYear)
+        fail(QStringLiteral("%1 turns up to %2 would start before %3").arg(turns).arg(options.gameYear).arg(FirstYear + 1));
+    GameModel model = buildGameModel(readUniverseMap(options.mapPath), options.players, options.gameYear, options.seed);
+    addConquests(model, options.seed);
+    std::vector<GeneratedGame> games;
+    for (int year = firstYear; year <= options.gameYear; ++year)
+        games.push_back(writeGame(model, options, QDir(options.outDir).filePath(QString::number(year)), year, false));
+    return games;
 }
 
 QString loadArguments(const GeneratedGame &game, int gameYear)

@@ -32,6 +32,12 @@ struct GeneratedGame {
 // cannot be read or written.
 GeneratedGame generateGame(const GameOptions &options);
 
+// Writes `turns` yearly snapshots of one game into folders named by the year
+// under options.outDir, the last in options.gameYear: empires grow, meet and
+// take planets from each other; every player exports its report each year.
+// Throws std::runtime_error as generateGame does.
+std::vector<GeneratedGame> generateHistory(const GameOptions &options, int turns);
+
 // The veltro-cli selection options that load the game with its years.
 QString loadArguments(const GeneratedGame &game, int gameYear);
 

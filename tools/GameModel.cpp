@@ -126,6 +126,8 @@ void settle(PlanetState &p, const Race &race, bool homeworld, int gameYear, QRan
 int GameModel::ownerIn(int planet, int year) const
 {
     const PlanetState &p = planets[size_t(planet)];
+    if (p.capturedBy >= 0 && year >= p.capturedIn)
+        return p.capturedBy;
     return p.owner >= 0 && year >= p.founded ? p.owner : -1;
 }
 
@@ -142,7 +144,9 @@ QString GameModel::starbaseIn(int planet, int year) const
 {
     const PlanetState &p = planets[size_t(planet)];
     const bool homeworld = p.owner >= 0 && races[size_t(p.owner)].homeworld == planet;
-    return ownerIn(planet, year) >= 0 && (homeworld || year >= p.founded + 2) ? p.starbase : QString();
+    // Invaders shoot the starbase down first.
+    const bool captured = p.capturedBy >= 0 && year >= p.capturedIn;
+    return ownerIn(planet, year) >= 0 && !captured && (homeworld || year >= p.founded + 2) ? p.starbase : QString();
 }
 
 int habValue(const Race &race, const Environment &env)
@@ -171,6 +175,42 @@ Environment terraformed(const Race &race, const Environment &env)
         result[size_t(k)] += gap < 0 ? -step : step;
     }
     return result;
+}
+
+void addConquests(GameModel &game, quint32 seed)
+{
+    QRandomGenerator rng(seed ^ 0xC0DE0003u);
+    std::vector<bool> homeworld(game.planets.size(), false);
+    for (const Race &race : game.races)
+        homeworld[size_t(race.homeworld)] = true;
+    for (size_t i = 0; i < game.planets.size(); ++i) {
+        PlanetState &p = game.planets[i];
+        if (p.owner < 0 || homeworld[i])
+            continue;
+        // A colony on the front: a rival's planet lies not much further off
+        // than the colony's nearest own neighbour.
+        int nearest = -1;
+        double ownDistance = 1e300, rivalDistance = 1e300;
+        for (size_t j = 0; j < game.planets.size(); ++j) {
+            const int owner = game.planets[j].owner;
+            const double d = distance(game.map[i], game.map[j]);
+            if (j == i || owner < 0)
+                continue;
+            if (owner == p.owner) {
+                ownDistance = std::min(ownDistance, d);
+            } else if (d < rivalDistance) {
+                rivalDistance = d;
+                nearest = int(j);
+            }
+        }
+        if (nearest < 0 || rivalDistance > 2 * ownDistance || !chance(rng, 0.5))
+            continue;
+        const int year = std::max(p.founded, game.planets[size_t(nearest)].founded) + pick(rng, 1, 6);
+        if (year > game.gameYear)
+            continue;
+        p.capturedBy = game.planets[size_t(nearest)].owner;
+        p.capturedIn = year;
+    }
 }
 
 GameModel buildGameModel(std::vector<MapPlanet> map, int players, int gameYear, quint32 seed)

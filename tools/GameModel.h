@@ -44,6 +44,8 @@ struct PlanetState {
     int gateRange = 0;     // light years; 0 no gate, -1 no limit
     bool scanner = false;
     int remoteMinedBy = -1; // race index mining it from orbit
+    int capturedBy = -1;   // race index that takes the planet over, -1 for none
+    int capturedIn = 0;    // the year it does
 };
 
 struct GameModel {
@@ -62,6 +64,11 @@ struct GameModel {
 
 // A deterministic game for `players` races (1..16) in `gameYear`.
 GameModel buildGameModel(std::vector<MapPlanet> map, int players, int gameYear, quint32 seed);
+
+// Wars along the borders: where two empires' colonies lie close, some
+// colonies fall to the neighbour a few years after both were settled.
+// Homeworlds hold. The planets' states in the game year change with it.
+void addConquests(GameModel &game, quint32 seed);
 
 // The planet's value in percent for a race: 100 at its ideal, falling off
 // towards the edges of its bands, negative (down to -45) outside them.

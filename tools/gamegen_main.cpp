@@ -38,6 +38,9 @@ int main(int argc, char *argv[])
         {QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y"), QStringLiteral("2431")},
         {QStringLiteral("old-style"), QStringLiteral("Write the single old-style report instead of one per player.")},
         {QStringLiteral("annotations"), QStringLiteral("Also write an annotation file.")},
+        {QStringLiteral("turns"),
+         QStringLiteral("Write N yearly snapshots of the game, up to --year, each in a folder named by its year."),
+         QStringLiteral("N")},
     });
     parser.process(app);
 
@@ -57,6 +60,15 @@ int main(int argc, char *argv[])
         options.oldStyle = parser.isSet(QStringLiteral("old-style"));
         options.annotations = parser.isSet(QStringLiteral("annotations"));
 
+        if (parser.isSet(QStringLiteral("turns"))) {
+            const int turns = numberOption(parser, QStringLiteral("turns"));
+            generateHistory(options, turns);
+            out << "Wrote " << turns << " turns, " << options.gameYear - turns + 1 << " to " << options.gameYear
+                << ", to " << options.outDir << '\n';
+            out << "Animate with: veltro-cli history " << options.outDir << "/*/" << options.base
+                << ".map -o history.gif\n";
+            return 0;
+        }
         const GeneratedGame game = generateGame(options);
         out << "Wrote " << game.files.join(QStringLiteral(", ")) << " to " << options.outDir << '\n';
         for (qsizetype i = 0; i < game.races.size(); ++i)

@@ -6,6 +6,7 @@
 #include "DetailPanel.h"
 #include "EmpireStatWindow.h"
 #include "EstHabOverlay.h"
+#include "HistoryWindow.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
 #include "MainWindowLayout.h"
@@ -31,6 +32,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -71,6 +73,8 @@ void MainWindow::createMenus()
     load->setObjectName(QStringLiteral("mnuMap"));
     QAction *save = file->addAction(QStringLiteral("Save Map"), this, &MainWindow::saveMap);
     save->setObjectName(QStringLiteral("mnuSave"));
+    file->addAction(QStringLiteral("History\u2026"), this, &MainWindow::openHistory)
+        ->setObjectName(QStringLiteral("mnuHistory"));
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
     exit->setObjectName(QStringLiteral("mnuExit"));
@@ -309,6 +313,16 @@ bool MainWindow::generate()
         m_universe->update();
         return false;
     }
+}
+
+// The turns of a game side by side, in a window of their own that the
+// main window's game and map leave alone.
+void MainWindow::openHistory()
+{
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, QStringLiteral("History: the folder of a game's turns"), m_data.GameDir);
+    if (!folder.isEmpty())
+        (new HistoryWindow(folder, m_buttons, this))->show();
 }
 
 void MainWindow::saveMap()

@@ -72,6 +72,7 @@ private:
     void applyLayout();
     void loadData();
     void saveMap();
+    void openHistory();
     void overlayClicked(int button);
     void runRedraw();
     void pointerMoved(float x, float y);

@@ -1,15 +1,16 @@
 #include "CliOptions.h"
 
 #include "Conversions.h"
-#include "FileSelection.h"
+#include "GameChoice.h"
+#include "LayerNames.h"
 #include "LoadError.h"
 #include "QuotedText.h"
 #include "Subcommands.h"
-#include "UniverseGenerator.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QFile>
+#include <QTextStream>
 #include <cstdio>
 
 namespace {
@@ -26,12 +27,18 @@ int playerNumber(const QString &text, int lowest, const QString &option)
 
 } // namespace
 
-void addGameSelectionOptions(QCommandLineParser &parser)
+void addGameSelectionOptions(QCommandLineParser &parser, bool yearsListed)
 {
     parser.addOption({QStringLiteral("own"), QStringLiteral("Player number of your own race."), QStringLiteral("N")});
-    parser.addOption({QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y")});
-    parser.addOption({QStringLiteral("report-year"), QStringLiteral("Year in which report N was exported."),
-                      QStringLiteral("N=Y")});
+    QCommandLineOption year(QStringLiteral("year"), QStringLiteral("The current game year."), QStringLiteral("Y"));
+    QCommandLineOption reportYear(QStringLiteral("report-year"), QStringLiteral("Year in which report N was exported."),
+                                  QStringLiteral("N=Y"));
+    if (!yearsListed) {
+        year.setFlags(QCommandLineOption::HiddenFromHelp);
+        reportYear.setFlags(QCommandLineOption::HiddenFromHelp);
+    }
+    parser.addOption(year);
+    parser.addOption(reportYear);
     parser.addOption({QStringLiteral("skip"), QStringLiteral("Do not read report N."), QStringLiteral("N")});
 }
 
@@ -61,40 +68,43 @@ QString parseWithMapFile(QCommandLineParser &parser, const QStringList &argument
     return positional.first();
 }
 
-void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data)
+GameChoice gameChoice(const QCommandLineParser &parser)
 {
-    const QFileInfo map(mapFile);
-    if (!map.isFile())
-        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
-
-    FileSelection selection(data);
-    QString message = selection.clickMapFile(map.absolutePath(), map.fileName());
-    if (!message.isEmpty())
-        throw CliFailure(2, message);
-
+    GameChoice choice;
     if (parser.isSet(QStringLiteral("own")))
-        selection.chooseOwnRace(playerNumber(parser.value(QStringLiteral("own")), 1, QStringLiteral("--own")));
-    selection.gameYearText = parser.value(QStringLiteral("year"));
+        choice.ownRace = playerNumber(parser.value(QStringLiteral("own")), 1, QStringLiteral("--own"));
+    choice.gameYearText = parser.value(QStringLiteral("year"));
     for (const QString &pair : parser.values(QStringLiteral("report-year"))) {
         const qsizetype eq = pair.indexOf(u'=');
         if (eq < 0)
             throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not %1").arg(quoted(pair)));
         const int n = playerNumber(pair.left(eq), 1, QStringLiteral("--report-year"));
-        selection.row(n).yearText = pair.mid(eq + 1);
+        choice.reportYearTexts[n] = pair.mid(eq + 1);
     }
     for (const QString &n : parser.values(QStringLiteral("skip")))
-        selection.setIncluded(playerNumber(n, 0, QStringLiteral("--skip")), false);
+        choice.skipped << playerNumber(n, 0, QStringLiteral("--skip"));
+    return choice;
+}
 
-    message = selection.confirm();
-    if (!message.isEmpty())
-        throw CliFailure(2, message);
-
+void loadGame(const QString &mapFile, const GameChoice &choice, GameData &data)
+{
+    if (!QFileInfo(mapFile).isFile())
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
     GenerationObserver silent;
     try {
-        generateUniverse(data, silent);
+        loadChosenGame(mapFile, choice, data, silent);
+    } catch (const SelectionRefused &refused) {
+        throw CliFailure(2, refused.message);
     } catch (const LoadError &e) {
         throw CliFailure(1, e.message());
     }
+}
+
+void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data)
+{
+    if (!QFileInfo(mapFile).isFile())
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
+    loadGame(mapFile, gameChoice(parser), data);
 }
 
 void ZoomWindow::applyTo(GameData &data) const
@@ -120,6 +130,32 @@ ZoomWindow parseZoom(const QString &text)
     if (!ok)
         throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not %1").arg(quoted(text)));
     return z;
+}
+
+OverlayButtons parseLayers(const QString &list)
+{
+    OverlayButtons buttons;
+    for (const QString &name : list.split(u',', Qt::SkipEmptyParts)) {
+        const auto button = layerButton(name.trimmed());
+        if (!button)
+            throw CliFailure(2, QStringLiteral("--layers: unknown layer %1").arg(quoted(name)));
+        buttons.setPressedQuietly(*button, true);
+    }
+    return buttons;
+}
+
+int pictureSize(const QCommandLineParser &parser)
+{
+    bool ok = false;
+    const int pixels = parser.value(QStringLiteral("size")).toInt(&ok);
+    if (!ok || pixels < 1 || pixels > 20000)
+        throw CliFailure(2, QStringLiteral("--size takes a number of pixels from 1 to 20000"));
+    return pixels;
+}
+
+void ConsoleHost::showMessage(const QString &text)
+{
+    QTextStream(stderr) << text << '\n';
 }
 
 void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write)

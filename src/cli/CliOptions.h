@@ -2,7 +2,10 @@
 // The command line: the game selection every subcommand takes and the
 // loading it leads to, with the exit statuses scripts rely on.
 
+#include "GameChoice.h"
 #include "GameData.h"
+#include "OverlayButtons.h"
+#include "RedrawHost.h"
 
 #include <QCommandLineParser>
 #include <QIODevice>
@@ -19,8 +22,10 @@ struct CliFailure : std::runtime_error {
     QString message;
 };
 
-// Adds --own, --year, --report-year and --skip to the parser.
-void addGameSelectionOptions(QCommandLineParser &parser);
+// Adds --own, --year, --report-year and --skip to the parser. Without
+// `yearsListed` the two year options are known but left out of --help, for
+// a command that takes its years elsewhere and refuses them with a reason.
+void addGameSelectionOptions(QCommandLineParser &parser, bool yearsListed = true);
 
 // Parses the command line with --help and --version added: a usage error
 // throws with status 2; --help, --help-all and --version print and exit 0,
@@ -31,8 +36,13 @@ void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments);
 // options the parser was given) and returns its one MAPFILE.
 QString parseWithMapFile(QCommandLineParser &parser, const QStringList &arguments, const QString &command);
 
-// Picks MAPFILE as the file selection window would, applies the options,
+// The selection options as a choice of files; a bad player number is a
+// usage error.
+GameChoice gameChoice(const QCommandLineParser &parser);
+
+// Picks MAPFILE as the file selection window would, applies the choice,
 // runs its checks and then the generation. Throws CliFailure.
+void loadGame(const QString &mapFile, const GameChoice &choice, GameData &data);
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);
 
 // The view of a finished zoom, --zoom X,Y,W: the square of side W light
@@ -44,6 +54,19 @@ struct ZoomWindow {
 };
 // Usage error (2) for anything but three whole numbers.
 ZoomWindow parseZoom(const QString &text);
+
+// --layers LIST: the overlay buttons pressed, by their layer names in any
+// order; an unknown name is a usage error.
+OverlayButtons parseLayers(const QString &list);
+
+// --size PX: the picture's side, 1 to 20000 pixels, else a usage error.
+int pictureSize(const QCommandLineParser &parser);
+
+// The command line has no window: the redraw's messages go to standard error.
+class ConsoleHost : public RedrawHost {
+public:
+    void showMessage(const QString &text) override;
+};
 
 // Runs `write` on the file (replaced atomically once all is written) or on
 // standard output when `path` is empty. Throws CliFailure.

@@ -2,12 +2,11 @@
 
 #include "CliOptions.h"
 #include "EstHabOverlay.h"
-#include "MapRedraw.h"
+#include "MapPicture.h"
 #include "MineralOverlays.h"
 #include "PlanetNames.h"
 #include "QuotedText.h"
 #include "RaceColourOption.h"
-#include "RasterSurface.h"
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
@@ -19,24 +18,6 @@
 #include <functional>
 
 namespace {
-
-const QHash<QString, int> &layerButtons()
-{
-    static const QHash<QString, int> buttons = {
-        {QStringLiteral("universe"), UniverseButton}, {QStringLiteral("borders"), BordersButton},
-        {QStringLiteral("territory"), TerritoryButton}, {QStringLiteral("hab"), HabButton},
-        {QStringLiteral("owned"), OwnedButton}, {QStringLiteral("scanned"), ScannedButton},
-        {QStringLiteral("attack"), AttackButton}, {QStringLiteral("growth"), GrowthButton},
-        {QStringLiteral("vmk"), VmkButton},
-    };
-    return buttons;
-}
-
-// The command line has no window: messages go to standard error.
-class ConsoleHost : public RedrawHost {
-public:
-    void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
-};
 
 // A menu overlay, drawn over the finished redraw.
 using MenuOverlay = std::function<void(const GameData &, Canvas &)>;
@@ -94,23 +75,13 @@ int runRender(const QStringList &arguments)
                       QStringLiteral("FILE")});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("render"));
 
-    OverlayButtons buttons;
-    const QString layers = parser.value(QStringLiteral("layers"));
-    for (const QString &name : layers.split(u',', Qt::SkipEmptyParts)) {
-        const auto button = layerButtons().constFind(name.trimmed());
-        if (button == layerButtons().constEnd())
-            throw CliFailure(2, QStringLiteral("--layers: unknown layer %1").arg(quoted(name)));
-        buttons.setPressedQuietly(*button, true);
-    }
+    OverlayButtons buttons = parseLayers(parser.value(QStringLiteral("layers")));
     HabCarry habCarry;
     std::vector<MenuOverlay> overlays;
     for (const QString &name : parser.values(QStringLiteral("overlay")))
         overlays.push_back(menuOverlay(name, habCarry));
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
-    bool ok = false;
-    const int pixels = parser.value(QStringLiteral("size")).toInt(&ok);
-    if (!ok || pixels < 1 || pixels > 20000)
-        throw CliFailure(2, QStringLiteral("--size takes a number of pixels from 1 to 20000"));
+    const int pixels = pictureSize(parser);
     const QString out = parser.value(QStringLiteral("o"));
     if (!out.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)
         && !out.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive))
@@ -126,15 +97,13 @@ int runRender(const QStringList &arguments)
     loadGame(mapFile, parser, data);
     applyRaceColours(raceColours, data);
 
-    Canvas canvas(pixels * 15);
-    auto raster = std::make_shared<RasterSurface>(pixels);
-    canvas.addSurface(raster);
+    MapPicture picture(pixels);
     QSaveFile traceFile(parser.value(QStringLiteral("trace")));
     if (parser.isSet(QStringLiteral("trace"))) {
         if (!traceFile.open(QIODevice::WriteOnly))
             throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)")
                                     .arg(escapeControls(traceFile.fileName()), traceFile.errorString()));
-        canvas.addSurface(std::make_shared<TraceRecorder>(static_cast<QIODevice &>(traceFile)));
+        picture.canvas().addSurface(std::make_shared<TraceRecorder>(static_cast<QIODevice &>(traceFile)));
     }
 
     ZoomFlags zoom;
@@ -146,18 +115,16 @@ int runRender(const QStringList &arguments)
             zoom.ZoomArmed = 1;
             zoomWindow->applyTo(data);
         }
-        MapRedraw redraw(data, canvas, buttons, zoom, host);
-        buttons.onClick = [&redraw](int) { redraw.redrawUniverse(); };
-        redraw.redrawUniverse();
+        picture.redraw(data, buttons, zoom, host);
         for (const MenuOverlay &overlay : overlays)
-            overlay(data, canvas);
+            overlay(data, picture.canvas());
     } catch (const std::exception &e) {
         throw CliFailure(1, QStringLiteral("drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
     }
 
     if (traceFile.isOpen() && !traceFile.commit())
         throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(escapeControls(traceFile.fileName())));
-    if (!raster->save(out))
+    if (!picture.raster().save(out))
         throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(out)));
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "Subcommands.h"
 
 #include "ExportCommand.h"
+#include "HistoryCommand.h"
 #include "PlanetCommand.h"
 #include "RenderCommand.h"
 
@@ -15,6 +16,8 @@ const std::array table{
                runRender},
     Subcommand{"planet", "Writes what the window shows about one spot of the map: the readout and the detail panel.",
                false, runPlanet},
+    Subcommand{"history", "Draws a game's turns, one snapshot per year, as an animated GIF in stable race colours.",
+               true, runHistory},
 };
 
 } // namespace

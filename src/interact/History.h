@@ -1,0 +1,56 @@
+#pragma once
+// A game's turns side by side: every snapshot loaded as a single game is
+// loaded, in year order, with race colours that hold from turn to turn, and
+// any turn drawn as a frame. Loading and drawing run on every core; each
+// turn's data is touched by one thread at a time.
+
+#include "GameChoice.h"
+#include "HistoryFrame.h"
+#include "Snapshot.h"
+#include "StableRaceColours.h"
+
+#include <QThreadPool>
+#include <atomic>
+#include <functional>
+#include <vector>
+
+struct HistoryTurn {
+    Snapshot snapshot;
+    GameData data;
+};
+
+// The race names of a loaded game, by column.
+QStringList raceNames(const GameData &data);
+
+// Loads the snapshots in parallel, each with `choice` and its own year as
+// the game year; `loaded` is called (from any thread) as each one is done.
+// When some fail, the failure of the earliest in year order is thrown:
+// SelectionRefused with the map file named, or the LoadError naming the
+// file and line. A set `cancel` stops the remaining loads (the result is
+// then incomplete and to be discarded).
+std::vector<HistoryTurn> loadHistory(const QList<Snapshot> &snapshots, const GameChoice &choice,
+                                     const std::function<void()> &loaded = {},
+                                     const std::atomic_bool *cancel = nullptr);
+
+class History {
+public:
+    // Gives every turn its colours, in year order.
+    History(std::vector<HistoryTurn> turns, StableRaceColours colours);
+
+    int size() const { return int(m_turns.size()); }
+    int year(int turn) const { return m_turns[size_t(turn)].snapshot.year; }
+    const HistoryTurn &turn(int turn) const { return m_turns[size_t(turn)]; }
+    // The races present in a turn, in order of first appearance.
+    HistoryLegend legend(int turn) const;
+    // Frames of this map size fit every year and every legend.
+    HistoryFrameLayout layout(int mapPixels) const;
+
+    // Draws one turn; turns drawn at the same time must differ.
+    QImage drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host);
+    // The turn's data is no longer needed once its frames are drawn.
+    void release(int turn) { m_turns[size_t(turn)].data = GameData(); }
+
+private:
+    std::vector<HistoryTurn> m_turns;
+    StableRaceColours m_colours;
+};

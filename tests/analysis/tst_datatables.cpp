@@ -51,6 +51,7 @@ private slots:
         m.fill(d);
         QCOMPARE(m.columnCount(), 23);
         QCOMPARE(m.headerData(8, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("SOI "));
+        QCOMPARE(m.headerData(PlanetGridColumns, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("24"));
 
         QCOMPARE(m.text(0, 7), QStringLiteral("0"));            // exactly "Unknown"
         QCOMPARE(m.text(1, 7), QStringLiteral("Uninhabited")); // other texts as they are
@@ -120,6 +121,14 @@ private slots:
         QTest::newRow("minimum above the maximum") << int(MinGrav) << "2.01" << refused << 0.5;
         QTest::newRow("highest gravity") << int(MaxGrav) << "8" << stored << 8.0;
         QTest::newRow("beyond the highest gravity") << int(MaxGrav) << "8.01" << refused << 2.0;
+        // The other axes' fixed ends; this race's own temperature and radiation bounds are 0.
+        QTest::newRow("lowest temperature") << int(MinTemp) << "-200" << stored << -200.0;
+        QTest::newRow("below the lowest temperature") << int(MinTemp) << "-200.01" << refused << 0.0;
+        QTest::newRow("highest temperature") << int(MaxTemp) << "200" << stored << 200.0;
+        QTest::newRow("beyond the highest temperature") << int(MaxTemp) << "200.01" << refused << 0.0;
+        QTest::newRow("highest radiation") << int(MaxRad) << "100" << stored << 100.0;
+        QTest::newRow("beyond the highest radiation") << int(MaxRad) << "100.01" << refused << 0.0;
+        QTest::newRow("below the lowest radiation") << int(MinRad) << "-0.01" << refused << 0.0;
         QTest::newRow("no number is 0") << int(MinRad) << "none" << stored << 0.0;
         QTest::newRow("empty answer") << int(MaxGrav) << "" << int(RangeAnswer::Unchanged) << 2.0;
     }

@@ -69,13 +69,13 @@ private slots:
     {
         TestGame game;
         game.writeMap({{"Home", 1100, 1100}});
-        for (const char *name : {"game.P1", "GAME.P1", "game.P2", "Game.P3", "GAME.p3"})
+        for (const char *name : {"game.P1", "GAME.P1", "game.P2", "Game.P3", "GAME.p3", "game.P16"})
             game.writeReport(name, {});
         GameData d;
         FileSelection s(d);
         QCOMPARE(s.clickMapFile(game.dir(), "game.map"), QString());
         for (int i = 0; i <= 16; ++i)
-            QCOMPARE(s.row(i).shown && s.row(i).checked, i >= 1 && i <= 3);
+            QCOMPARE(s.row(i).shown && s.row(i).checked, (i >= 1 && i <= 3) || i == 16);
         QCOMPARE(s.row(3).caption, QString("game.P3"));
         QCOMPARE(d.GameFiles[1].path, game.path("game.P1")); // the exact name first,
         QCOMPARE(d.GameFiles[3].path, game.path("GAME.p3")); // else the first in sorted order

@@ -50,6 +50,9 @@ private slots:
         QCOMPARE(conv::toInt32(-2147483648.5), std::numeric_limits<int32_t>::min());
         QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::toInt32(2147483647.5));
         QCOMPARE(conv::floorInt32(-0.5), -1);
+        QCOMPARE(conv::floorInt32(2147483647.5), std::numeric_limits<int32_t>::max());
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::floorInt32(2147483648.0));
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::floorInt32(-2147483648.5));
         QCOMPARE(conv::intDiv(-7, 2), -3);
         QVERIFY_THROWS_EXCEPTION(conv::DivisionByZeroError, conv::intDiv(1, 0));
     }
@@ -116,6 +119,13 @@ private slots:
         }
         QTEST(got, "expected");
         QVERIFY_THROWS_EXCEPTION(LoadError, reader.readLine());
+    }
+
+    // The annotation file's texts go back out in the game's code page; what
+    // it cannot hold becomes "?".
+    void writesWindows1252()
+    {
+        QCOMPARE(encodeWindows1252(QString::fromUtf16(u"a\u20AC\u0178\u00A0\u00FF\u0100\u009F")), QByteArray("a\x80\x9F\xA0\xFF??"));
     }
 
     // Values from a file inside a message: escaped, cut, quoted.

@@ -10,12 +10,15 @@
 #   scripts/mutate.sh --only Influence   # mutants of one file
 #
 # The build in build-mutate has the core as a shared library and no desktop
-# program or benchmarks, so that a mutant costs one compile and one link.
+# program or benchmarks, so that a mutant costs one compile and one link. Its
+# bounds checks (libstdc++ and Qt assertions) stand in for the sanitizer build
+# of scripts/test.sh: a mutant that reads one past the end fails there too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 export QT_QPA_PLATFORM=offscreen
 cmake -S . -B build-mutate -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTRO_SHARED_CORE=ON \
+  -DCMAKE_CXX_FLAGS="-D_GLIBCXX_ASSERTIONS -DQT_FORCE_ASSERTS" \
   -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DVELTRO_DESKTOP=OFF -DVELTRO_BENCHMARKS=OFF >/dev/null
 cmake --build build-mutate -j"$(nproc)" >/dev/null
 exec python3 scripts/mutants.py --build build-mutate "$@"

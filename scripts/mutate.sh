@@ -9,8 +9,9 @@
 #   scripts/mutate.sh --list             # the sample, without running it
 #   scripts/mutate.sh --only Influence   # mutants of one file
 #
-# The build in build-mutate has the core as a shared library and no desktop
-# program or benchmarks, so that a mutant costs one compile and one link. Its
+# The build in build-mutate has the core as a shared library and no
+# benchmarks, so that a mutant costs one compile and one link; the window tests
+# run too, since they drive the core the way a player does. Its
 # bounds checks (libstdc++ and Qt assertions) stand in for the sanitizer build
 # of scripts/test.sh: a mutant that reads one past the end fails there too.
 set -euo pipefail
@@ -19,6 +20,6 @@ scripts/install-deps.sh
 export QT_QPA_PLATFORM=offscreen
 cmake -S . -B build-mutate -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTRO_SHARED_CORE=ON \
   -DCMAKE_CXX_FLAGS="-D_GLIBCXX_ASSERTIONS -DQT_FORCE_ASSERTS" \
-  -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DVELTRO_DESKTOP=OFF -DVELTRO_BENCHMARKS=OFF >/dev/null
+  -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DVELTRO_BENCHMARKS=OFF >/dev/null
 cmake --build build-mutate -j"$(nproc)" >/dev/null
 exec python3 scripts/mutants.py --build build-mutate "$@"

@@ -5,6 +5,7 @@
 // that cannot be loaded stops the command and leaves no animation.
 
 #include "CliRun.h"
+#include "HistoryFrame.h"
 #include "TestGame.h"
 
 #include <QDir>
@@ -106,6 +107,11 @@ private slots:
         QCOMPARE(reader.nextImageDelay(), 250);
         const QList<QImage> frames = gifFrames(gif);
         QCOMPARE(frames.size(), 3);
+        // Short names take the legend's least width: margins, swatch, gap
+        // and 80 pixels of name; a grey rule parts it from the map.
+        QCOMPARE(frames[0].size(), QSize(Pixels + 12 + 12 + 8 + 80 + 12, Pixels));
+        QCOMPARE(frames[0].pixel(Pixels, Pixels / 2), qRgb(96, 96, 96));
+        QVERIFY(HistoryFrameLayout(Pixels, {"The Very Long Named Empire"}, 1).size().width() > frames[0].width());
 
         const QStringList stable{"Humans=#FF0000", "Vorn=#00FF00", "Krell=#0000FF"};
         for (int i = 0; i < 3; ++i) {
@@ -191,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(HistoryCommandTest)
+QTEST_MAIN(HistoryCommandTest)
 #include "tst_history.moc"

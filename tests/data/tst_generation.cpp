@@ -140,6 +140,34 @@ private slots:
         QCOMPARE(d.planet(4)[X].val() + d.planet(4)[Y].val(), 400.0 + 100);
     }
 
+    // What the window hears of a load: the format's menus only for reports
+    // of the new style, and a progress bar over every grid column. At an
+    // extent of 6700 the grid's quotient falls just below 650 in binary and
+    // is floored to 649.
+    void observerAndGridSize()
+    {
+        struct Recorder : GenerationObserver {
+            int formatMenus = 0, maximum = 0, lastValue = -1;
+            void enableFormatMenus() override { ++formatMenus; }
+            void progressStart(int m) override { maximum = m; }
+            void progressValue(int v) override { lastValue = v; }
+        } recorder;
+        GameData d;
+        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Edge", 6650, 1100}}, {{"game.P1", {homeLine()}}}, {}, {},
+                          &recorder),
+                 QString());
+        QCOMPARE(d.UniverseExtent, 6700);
+        QCOMPARE(d.GridSize, 649);
+        QCOMPARE(recorder.formatMenus, 1);
+        QCOMPARE(recorder.maximum, 650);
+        QCOMPARE(recorder.lastValue, 649);
+
+        Recorder oldStyle;
+        GameData old;
+        QCOMPARE(loadGame(old, {{"Home", 1100, 1100}}, {{"game.PLA", {homeLine()}}}, {}, {}, &oldStyle), QString());
+        QCOMPARE(oldStyle.formatMenus, 0);
+    }
+
     // Races are numbered by the first planet row they own, not by report
     // order; their statistics, and tolerance ranges from their planets.
     void races()

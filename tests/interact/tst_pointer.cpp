@@ -92,6 +92,29 @@ private slots:
                  planet == u" Deep Space" ? QString() : "Click for more information on" + planet);
     }
 
+    // Zoomed to six light years, Scale 1666.67: planet A at (100, 100) sits
+    // at canvas (1667, 1667), its position rounded, not floored.
+    void pickBoxRoundsThePlanet_data()
+    {
+        QTest::addColumn<float>("x");
+        QTest::addColumn<float>("y");
+        QTest::addColumn<QString>("planet");
+        QTest::newRow("60 right and below") << 1727.0f << 1727.0f << " A";
+        QTest::newRow("21 left") << 1646.0f << 1700.0f << " Deep Space";
+        QTest::newRow("21 above") << 1700.0f << 1646.0f << " Deep Space";
+    }
+    void pickBoxRoundsThePlanet()
+    {
+        QFETCH(float, x);
+        QFETCH(float, y);
+        Scene s(twoPlanets());
+        s.d.OriginX = s.d.OriginY = 99;
+        s.d.FarX = s.d.FarY = 105;
+        s.d.Scale = 10000.0 / 6;
+        s.pointer.mouseMove(x, y);
+        QTEST(s.pointer.readout().thePlanet, "planet");
+    }
+
     // The readout floors, adds the view minimum, and keeps the planet label
     // while a zoom is armed; a first motion before any game sets Scale to 1.
     void readout()
@@ -164,6 +187,21 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
+    // Each motion moves every component of the square's colour by
+    // round(20 r - 10) for the random number r, then holds it to 150..255.
+    void zoomShimmerSteps()
+    {
+        Scene s(twoPlanets());
+        s.buttons.setPressed(ZoomInButton, true);
+        s.click(1000, 1000);
+        const QList<std::pair<double, int>> steps{{0.55, 255}, {0.45, 254}, {0.0, 244}, {0.75, 249}};
+        for (const auto &[r, expected] : steps) {
+            s.zoomTool.random = [r] { return r; };
+            s.pointer.mouseMove(1004, 0);
+            QCOMPARE(s.zoomTool.box().colour, colour(expected, expected, expected));
+        }
+    }
+
     // Records in light years from a zoomed view; the band survives a tool
     // change and is finished by the tool chosen last; a drawing tool never
     // picks planets.
@@ -190,6 +228,9 @@ private slots:
         s.pointer.tool = DrawTool::Circle; // ...when the circle tool is chosen again
         s.click(1057, 1076); // 95 units away
         QVERIFY(s.d.AnnotationText.endsWith("C,300,200,9,3\r\n"));
+        QCOMPARE(drawColour(7), colour(255, 0, 255));
+        QVERIFY_THROWS_EXCEPTION(std::out_of_range, drawColour(8));
+        QVERIFY_THROWS_EXCEPTION(std::out_of_range, drawColour(0));
         const auto circles = traceOps(s.trace, "Circle");
         QCOMPARE(circles.last()[u"r"].toDouble(), 95.0);
         QCOMPARE(circles.last()[u"DrawWidth"].toInt(), 2);

@@ -7,6 +7,7 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
 #include <numbers>
 
 namespace {
@@ -158,6 +159,21 @@ private slots:
         QTEST(found, "filled");
     }
 
+    // A sector ending at 342 degrees, seen 1000 pixels out on a large picture:
+    // filled at 341 degrees, empty at 343.
+    void sectorEndsAtItsAngle()
+    {
+        RasterSurface surface(4008);
+        const DrawingState s{.DrawStyle = 5, .FillStyle = 0, .FillColor = Green};
+        surface.circle(s, 5000, 5000, 4000, std::nullopt, std::make_pair(0.0f, 1.9f * std::numbers::pi_v<float>));
+        const auto at = [&](double degrees) {
+            const double a = degrees * std::numbers::pi / 180;
+            return surface.image().pixel(QPoint(int(2000 + 1000 * std::cos(a)), int(2000 - 1000 * std::sin(a))));
+        };
+        QCOMPARE(at(341), GreenPixel);
+        QCOMPARE(at(343), BlackPixel);
+    }
+
     // Text is exactly ForeColor, starts at the current position, is as wide
     // as measured, and keeps its pixel size on a larger picture.
     void printsAtCurrentPosition()
@@ -179,6 +195,8 @@ private slots:
             sizes[scale - 1] = box.size();
         }
         QCOMPARE(sizes[0], sizes[1]);
+        // Text of no size takes no room.
+        QCOMPARE(*RasterSurface(1002).textWidth(DrawingState{.FontSize = 0}, QStringLiteral("Hello")), 0.0);
     }
 
     void savesPngAndBmpReplacingOldFiles()

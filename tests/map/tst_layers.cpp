@@ -1,6 +1,7 @@
 // The redraw's layers checked through the trace of a recording canvas on
 // small hand-made games: radii, colours, order, and the buttons' nesting.
 
+#include "MapPicture.h"
 #include "MapRedraw.h"
 #include "TraceRecorder.h"
 #include "TestGame.h"
@@ -13,8 +14,10 @@ namespace {
 class CollectingHost : public RedrawHost {
 public:
     QStringList messages;
+    int progressMaximum = 0;
     int progressSteps = 0;
     void showMessage(const QString &text) override { messages << text; }
+    void progressStart(int maximum) override { progressMaximum = maximum; }
     void progressStep() override { ++progressSteps; }
 };
 
@@ -22,13 +25,13 @@ public:
 struct Redraw {
     GameData &d;
     QByteArray trace;
-    Canvas canvas{15000};
+    Canvas canvas;
     OverlayButtons buttons;
     ZoomFlags zoom;
     CollectingHost host;
     MapRedraw redraw{d, canvas, buttons, zoom, host};
 
-    explicit Redraw(GameData &data) : d(data)
+    explicit Redraw(GameData &data, int widthTwips = 15000) : d(data), canvas(widthTwips)
     {
         canvas.addSurface(std::make_shared<TraceRecorder>(trace));
         buttons.onClick = [this](int) { redraw.redrawUniverse(); };
@@ -86,24 +89,39 @@ private slots:
         QTest::addColumn<double>("population");
         QTest::addColumn<double>("hab");
         QTest::addColumn<int>("colour");
-        QTest::newRow("half full") << 250000.0 << 50.0 << colour(128, 127, 0);
-        QTest::newRow("3% counts as 5%") << 40000.0 << 3.0 << colour(204, 51, 0);
-        QTest::newRow("dying") << 100000.0 << -20.0 << colour(142, 0, 255);
+        QTest::addColumn<int>("mines"); // with ironium to mine and a starbase
+        QTest::newRow("half full") << 250000.0 << 50.0 << colour(128, 127, 0) << -1;
+        QTest::newRow("3% counts as 5%") << 40000.0 << 3.0 << colour(204, 51, 0) << -1;
+        QTest::newRow("dying") << 100000.0 << -20.0 << colour(142, 0, 255) << -1;
+        // Under ten mines a starbase world counts three million: 10 % full, 25.5 to 26.
+        QTest::newRow("starbase, nine mines") << 300000.0 << 50.0 << colour(26, 229, 0) << 9;
+        QTest::newRow("starbase, ten mines") << 300000.0 << 50.0 << colour(153, 102, 0) << 10;
+        QTest::newRow("starbase, nine mines, no ironium") << 300000.0 << 50.0 << colour(153, 102, 0) << 0;
     }
     void growthColours()
     {
         QFETCH(double, population);
         QFETCH(double, hab);
+        QFETCH(int, mines);
         GameData d = smallGame();
         d.OwnRaceName = QStringLiteral("Us");
         for (const char16_t *owner : {u"Us", u"Them"})
             addPlanet(d, 500, 500, {},
                       {{Owner, owner}, {Population, population}, {Resources, u"10"}, {Hab, hab}, {Starbase, u"None"}});
+        if (mines >= 0) {
+            PlanetInfo &p = d.planet(1);
+            p[Starbase] = Value(u"Space Dock");
+            p[Mines] = Value(mines == 0 ? 9 : mines);
+            p[IronMR] = Value(mines == 0 ? 0 : 30);
+        }
+        // Neither layer draws an own world without colonists.
+        addPlanet(d, 600, 600, {}, {{Owner, u"Us"}, {Population, 0}, {Resources, u"10"}, {Hab, 50}, {Starbase, u"Space Dock"}});
         Redraw r(d);
         const auto circles = r.run({GrowthButton}, "Circle");
         QCOMPARE(circles.size(), 1); // the other race's colony is not drawn
         QTEST(circles[0][u"color"].toInt(), "colour");
         QCOMPARE(circles[0][u"r"].toDouble(), 50.0);
+        QCOMPARE(circles[0][u"DrawMode"].toInt(), 13);
     }
 
     void attackAndOwnedMarkStarbases()
@@ -111,6 +129,7 @@ private slots:
         GameData d = smallGame();
         addPlanet(d, 100, 100, {}, {{Population, 1000000}, {Starbase, u"None"}, {OwnerIndex, 1}});
         addPlanet(d, 200, 200, {}, {{Population, 2000000}, {Starbase, u"Space Dock"}, {OwnerIndex, 2}});
+        addPlanet(d, 300, 300, {}, {{Population, 0}, {Starbase, u"Space Dock"}}); // no colonists: not drawn
         Redraw r(d);
         const auto circles = r.run({OwnedButton, AttackButton}, "Circle");
         // Owned: two black surrounds first, then marker, marker, ring; then attack.
@@ -153,6 +172,9 @@ private slots:
     {
         GameData d = smallGame();
         addPlanet(d, 0, 500);
+        addPlanet(d, 500, 0);
+        addPlanet(d, 2000, 500);
+        addPlanet(d, 500, 2000);
         addPlanet(d, 1000, 1000);
         Redraw r(d);
         const auto dots = r.run({UniverseButton}, "PSet");
@@ -163,18 +185,50 @@ private slots:
     void territoryDotsAreDimmedByStrength()
     {
         GameData d = smallGame();
-        d.RaceRGB[0] = {255, 0, 128};
+        d.RaceRGB[0] = {255, 3, 255};
         d.Grid.set(1, 2, 1, 50);
-        d.Grid.set(3, 3, 1, 100);
+        d.Grid.set(4, 4, 1, 100); // the last column and row
         Redraw r(d);
         const auto dots = r.run({TerritoryButton}, "PSet");
         QCOMPARE(dots.size(), 2);
-        QCOMPARE(dots[0][u"color"].toInt(), colour(128, 0, 64));
+        QCOMPARE(dots[0][u"color"].toInt(), colour(128, 2, 128)); // 127.5 and 1.5 to even
         QCOMPARE(dots[0][u"x"].toDouble(), 2500.0);
         QCOMPARE(dots[0][u"y"].toDouble(), 5000.0);
-        QCOMPARE(dots[1][u"color"].toInt(), colour(255, 0, 128));
+        QCOMPARE(dots[1][u"color"].toInt(), colour(255, 3, 255));
+        QCOMPARE(dots[1][u"x"].toDouble(), 10000.0);
         QCOMPARE(dots[0][u"DrawWidth"].toInt(), 2); // 15000 twips over 10020 units
+        QCOMPARE(dots[0][u"DrawMode"].toInt(), 13);
+        QCOMPARE(r.host.progressMaximum, 5);
         QCOMPARE(r.host.progressSteps, 5);
+
+        Redraw wider(d, 26000); // 2.59 floored
+        QCOMPARE(wider.run({TerritoryButton}, "PSet")[0][u"DrawWidth"].toInt(), 3);
+
+        // A picture's canvas is 15 twips a pixel: at 667 pixels, 10005 twips,
+        // the dots are one pixel wide, at 668 two.
+        for (auto [pixels, width] : {std::pair{667, 1}, std::pair{668, 2}}) {
+            MapPicture picture(pixels);
+            QByteArray trace;
+            picture.canvas().addSurface(std::make_shared<TraceRecorder>(trace));
+            OverlayButtons buttons;
+            buttons.setPressedQuietly(TerritoryButton, true);
+            ZoomFlags zoom;
+            picture.redraw(d, buttons, zoom, r.host);
+            QCOMPARE(traceOps(trace, "PSet")[0][u"DrawWidth"].toInt(), width);
+        }
+    }
+
+    // In reports of the new style the second scanner paints over the first.
+    void scannerRangesInTheirColours()
+    {
+        GameData d = smallGame();
+        addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
+        Redraw r(d);
+        const auto circles = r.run({ScannedButton}, "Circle");
+        QCOMPARE(circles.size(), 2);
+        QCOMPARE(circles[0][u"FillColor"].toInt(), colour(64, 0, 0));
+        QCOMPARE(circles[1][u"FillColor"].toInt(), colour(64, 64, 0));
+        QCOMPARE(circles[1][u"r"].toDouble(), 50.0);
     }
 
     void layersComeInTheirFixedOrder()

@@ -78,6 +78,16 @@ private slots:
         QTEST(carry.outOfRange, "countOut");
     }
 
+    // 1 to 1.01 g centres on 1 g, its lower bound: at 1 g the gravity ratio
+    // divides by zero, while just above it the upper side scores.
+    void centreOnABound()
+    {
+        const HabBounds race{1, 1.01, -100, 100, 0, 100};
+        HabCarry carry;
+        QCOMPARE(estimateHab(race, 1.005, 0, 50, carry), 83);
+        QVERIFY_THROWS_EXCEPTION(HabAxisError, estimateHab(race, 1.0, 0, 50, carry));
+    }
+
     void estHabCarriesRatiosWithinARun()
     {
         // Gravity 1..2 g (centre 1.48), temperature -100..100, radiation 0..100:
@@ -201,6 +211,7 @@ private slots:
         QTest::newRow("safe only") << true << 100 << 50 << 80 << "G";
         QTest::newRow("exactly the range is safe") << true << 80 << 80 << 80 << "GG";
         QTest::newRow("beyond five ranges") << false << 10 << 10 << 51 << "";
+        QTest::newRow("no gate of its own: no lines from it") << false << 0 << 50 << 0 << "";
     }
     void stargateLines()
     {

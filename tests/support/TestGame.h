@@ -60,7 +60,8 @@ public:
 
     // Selects game.map with the game year and report years given and
     // generates; empty on success, else the check's message or the load error.
-    QString load(GameData &data, const QString &year = {}, const QMap<int, QString> &reportYears = {}) const
+    QString load(GameData &data, const QString &year = {}, const QMap<int, QString> &reportYears = {},
+                 GenerationObserver *observer = nullptr) const
     {
         FileSelection selection(data);
         QString message = selection.clickMapFile(dir(), "game.map");
@@ -73,7 +74,7 @@ public:
             return message;
         try {
             GenerationObserver silent;
-            generateUniverse(data, silent);
+            generateUniverse(data, observer ? *observer : silent);
         } catch (const LoadError &e) {
             return e.message();
         }
@@ -86,11 +87,12 @@ private:
 
 // Writes a game of these planets and reports (file name -> lines) and loads it.
 inline QString loadGame(GameData &data, const QList<MapPlanet> &map, const QMap<QString, QList<QByteArray>> &reports,
-                        const QString &year = {}, const QMap<int, QString> &reportYears = {})
+                        const QString &year = {}, const QMap<int, QString> &reportYears = {},
+                        GenerationObserver *observer = nullptr)
 {
     TestGame game;
     game.writeMap(map);
     for (auto it = reports.begin(); it != reports.end(); ++it)
         game.writeReport(it.key(), it.value());
-    return game.load(data, year, reportYears);
+    return game.load(data, year, reportYears, observer);
 }

@@ -57,8 +57,9 @@ private slots:
     {
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Twin", 1200, 1200}, {"  Twin ", 1300, 1300}, {"twin", 1399, 1350}},
-                          {{"game.P1", {homeLine(), planetLine(" Twin", "Humans", "None", "0", "1000")}}}, "2400",
-                          {{1, "2399"}}),
+                          {{"game.P1", {homeLine(), planetLine(" Twin", "Humans", "None", "0", "1000"),
+                                         planetLine("  ", "Humans", "None", "0", "1000")}}}, // no planet's name
+                          "2400", {{1, "2399"}}),
                  QString());
         QCOMPARE(d.planet(2)[AgeText].text(), QString("1 years old"));
         QCOMPARE(d.planet(3)[AgeText].text(), QString("2 years old"));

@@ -9,7 +9,8 @@
 namespace {
 
 const RaceColours starts = defaultRaceColours();
-const RaceColour red = starts[0], green = starts[1], blue = starts[2], yellow = starts[3];
+// The first four start colours, as a user would give them.
+const RaceColour red{255, 0, 0}, green{0, 255, 0}, blue{0, 0, 255}, yellow{255, 255, 0};
 
 QStringList racesNamed(int count, const QString &prefix)
 {

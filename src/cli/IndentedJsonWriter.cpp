@@ -94,7 +94,7 @@ void appendInteger(QByteArray &out, qint64 n)
 void appendShortestNumber(QByteArray &out, double x)
 {
     // Whole numbers, nearly all of an export, without a string between.
-    if (conv::writtenPlainly(x))
+    if (conv::isWhole(x) && std::fabs(x) < 9e18)
         return appendInteger(out, qint64(x));
     out += conv::shortestText(x).toLatin1();
 }

@@ -25,9 +25,10 @@ public:
     void key(QLatin1StringView name);
 
     void string(QStringView text);
-    // Whole numbers up to 2^53 without a decimal point, others as the
-    // shortest text that reads back as the same double, infinities and NaN
-    // as null: as QJsonValue(double) stores and writes them.
+    // Whole numbers with all their digits and no decimal point, others as
+    // the shortest text that reads back as the same double, infinities and
+    // NaN as null. Up to 2^53 this is what QJsonDocument writes; beyond it
+    // Qt writes an exponent, which the export's format does not allow.
     void number(double x);
     void integer(qint64 n);
     void null();

@@ -143,24 +143,37 @@ double round3(double x)
     return roundHalfEven(x * 1000.0) / 1000.0;
 }
 
+namespace {
+
+// A whole number with all its digits, however large: "1000000000000000",
+// never "1E+15".
+QString wholeText(double x)
+{
+    if (std::fabs(x) < 9e18)
+        return QString::number(static_cast<qint64>(x));
+    return QString::number(x, 'f', 0);
+}
+
+} // namespace
+
+bool isWhole(double x)
+{
+    return std::isfinite(x) && x == std::trunc(x);
+}
+
 QString numberText(double x)
 {
-    if (x == std::floor(x) && std::fabs(x) < 1e15)
-        return QString::number(static_cast<qint64>(x));
+    if (isWhole(x))
+        return wholeText(x);
     QString s = QString::number(x, 'g', 15);
     s.replace(u'e', u'E');
     return s;
 }
 
-bool writtenPlainly(double x)
-{
-    return x == std::trunc(x) && std::fabs(x) <= 9007199254740992.0;
-}
-
 QString shortestText(double x)
 {
-    if (writtenPlainly(x))
-        return QString::number(static_cast<qint64>(x));
+    if (isWhole(x))
+        return wholeText(x);
     return QString::number(x, 'g', QLocale::FloatingPointShortest);
 }
 

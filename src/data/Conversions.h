@@ -65,10 +65,10 @@ double round3(double x);
 QString numberText(double x);
 
 // A number as the exports (and the detail panel's labels) write it: whole
-// numbers up to 2^53 plainly, others as the shortest text that reads back
-// as the same double.
+// numbers plainly, others as the shortest text that reads back as the same
+// double.
 QString shortestText(double x);
-// True for the numbers shortestText writes as plain whole numbers.
-bool writtenPlainly(double x);
+// A finite number without a fractional part: both rules write it plainly.
+bool isWhole(double x);
 
 } // namespace conv

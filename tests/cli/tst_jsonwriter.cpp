@@ -16,13 +16,14 @@
 namespace {
 
 // Numbers where the forms change: the 2^53 limit of whole numbers, exponents,
-// negative zero, values that are not finite.
+// negative zero, values that are not finite. Qt writes whole numbers beyond
+// 2^53 with an exponent, the export with all their digits (see below), so the
+// random documents stay within 2^53.
 const double edgeNumbers[] = {
-    0.0, -0.0, 1.0, -1.0, 0.05, 1.5, 500000.0, 1e6, 1e15, 1e16, 1e21, 1e-7, 2.5e-5,
-    9007199254740992.0, -9007199254740992.0, 9007199254740994.0, 123456789.5, -1e18,
+    0.0, -0.0, 1.0, -1.0, 0.05, 1.5, 500000.0, 1e6, 1e15, 1e-7, 2.5e-5,
+    9007199254740992.0, -9007199254740992.0, 123456789.5,
     std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
-    std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::max(),
-    std::numeric_limits<double>::denorm_min(),
+    std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::denorm_min(),
 };
 
 // Control characters, quotes, backslashes, Latin-1, the Windows-1252
@@ -63,7 +64,7 @@ private:
             return QJsonValue(QJsonValue::Null);
         }
         case 1: {
-            const double scaled = (m_random.generateDouble() - 0.5) * std::pow(10.0, m_random.bounded(20));
+            const double scaled = (m_random.generateDouble() - 0.5) * std::pow(10.0, m_random.bounded(16));
             const double x = m_random.bounded(2) ? edgeNumbers[m_random.bounded(int(std::size(edgeNumbers)))]
                              : m_random.bounded(2) ? std::round(scaled) : scaled;
             m_json.number(x);
@@ -118,6 +119,20 @@ private slots:
             const QByteArray expected = QJsonDocument(o).toJson(QJsonDocument::Indented);
             QVERIFY2(written == expected, qPrintable(QString("seed %1:\n%2\nexpected:\n%3")
                                                          .arg(seed).arg(QString::fromUtf8(written), QString::fromUtf8(expected))));
+        }
+    }
+
+    // Whole numbers are written without a point or an exponent, however large.
+    void bigWholeNumbersWithAllTheirDigits()
+    {
+        const std::pair<double, const char *> cases[] = {
+            {9007199254740994.0, "9007199254740994"}, {1.5e16, "15000000000000000"},
+            {-1e18, "-1000000000000000000"}, {1e21, "1000000000000000000000"}, {-0.0, "0"},
+        };
+        for (const auto &[x, text] : cases) {
+            QByteArray written;
+            IndentedJsonWriter(written).number(x);
+            QCOMPARE(written, QByteArray(text));
         }
     }
 };

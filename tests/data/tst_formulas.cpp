@@ -1,6 +1,7 @@
 // The formulas every picture depends on, each pinned by a table worked out by
 // hand: a floor taken for a rounding, or a bound moved by one, changes a row.
 
+#include "Conversions.h"
 #include "Influence.h"
 
 #include <QTest>
@@ -9,6 +10,26 @@ class FormulasTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // The game's text of a number (ages, annotation records) and the
+    // exports' (JSON, panel labels): whole numbers with all their digits.
+    void numberTexts_data()
+    {
+        QTest::addColumn<double>("x");
+        QTest::addColumn<QString>("game");
+        QTest::addColumn<QString>("shortest");
+        QTest::newRow("whole") << -3.0 << "-3" << "-3";
+        QTest::newRow("whole, 10^15") << 1e15 << "1000000000000000" << "1000000000000000";
+        QTest::newRow("whole, beyond 2^53") << 123456789012345678.0 << "123456789012345680" << "123456789012345680";
+        QTest::newRow("small") << 2.5e-5 << "2.5E-05" << "2.5e-05";
+        QTest::newRow("15 digits") << 0.1 + 0.2 << "0.3" << "0.30000000000000004";
+    }
+    void numberTexts()
+    {
+        QFETCH(double, x);
+        QTEST(conv::numberText(x), "game");
+        QTEST(conv::shortestText(x), "shortest");
+    }
+
     // A planet of no population but a starbase counts as a colony of the
     // base's size in the territory.
     void starbaseSubstitute_data()

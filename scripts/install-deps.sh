@@ -7,7 +7,7 @@ set -euo pipefail
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
 # giflib (libgif-dev) writes the animations of veltro-cli history.
-packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb xauth time
+packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
           dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
 missing=()
 for p in "${packages[@]}"; do

@@ -4,6 +4,7 @@
 #include "CliOptions.h"
 #include "InteractionHost.h"
 #include "MapPointer.h"
+#include "MapView.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -123,10 +124,9 @@ int runPlanet(const QStringList &arguments)
         if (zoomWindow)
             zoomWindow->applyTo(data);
         if (pointer) {
-            const float x = float((spot.x - data.OriginX) * data.Scale);
-            const float y = float((spot.y - data.OriginY) * data.Scale);
-            mapPointer.mouseMove(x, y);
-            picked = mapPointer.mouseDown(x, y, host);
+            const CanvasPoint at = mapToCanvas(data, spot.x, spot.y);
+            mapPointer.mouseMove(at.x, at.y);
+            picked = mapPointer.mouseDown(at.x, at.y, host);
         } else {
             HabCarry carry;
             detail.fill(data, number, carry);

@@ -133,6 +133,14 @@ double divide(double a, double b)
     return a / b;
 }
 
+float toSingle(double x)
+{
+    const float f = static_cast<float>(x);
+    if (std::isinf(f))
+        throw OverflowError();
+    return f;
+}
+
 double round2(double x)
 {
     return roundHalfEven(x * 100.0) / 100.0;

@@ -55,6 +55,10 @@ int32_t intDiv(int32_t a, int32_t b);
 // arithmetic stops there instead of going on with an infinity.
 double divide(double a, double b);
 
+// A double handed on in single precision, as the canvas takes its
+// positions, radii and angles; OverflowError beyond the float's range.
+float toSingle(double x);
+
 // Round(x, 2): half to even of x * 100, divided by 100.
 double round2(double x);
 // Round(x, 3) likewise, with 1000.

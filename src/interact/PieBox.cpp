@@ -62,9 +62,9 @@ void PieBox::draw(const QString amounts[3], int &failedField)
     // When ironium is under a degree its slice runs the long way round and
     // the later slices paint over most of it.
     s.FillColor = rgb(0, 0, 255);
-    m_canvas.sector(840, 840, 800, black, float(D), float(ai));
+    m_canvas.sector(840, 840, 800, black, conv::toSingle(D), conv::toSingle(ai));
     s.FillColor = rgb(0, 255, 0);
-    m_canvas.sector(840, 840, 800, black, float(ai), float(ai + ab));
+    m_canvas.sector(840, 840, 800, black, conv::toSingle(ai), conv::toSingle(ai + ab));
     s.FillColor = rgb(255, 255, 0);
-    m_canvas.sector(840, 840, 800, black, float(ai + ab), float(ai + ab + ag));
+    m_canvas.sector(840, 840, 800, black, conv::toSingle(ai + ab), conv::toSingle(ai + ab + ag));
 }

@@ -14,8 +14,8 @@ void drawPlanetNames(const GameData &d, Canvas &canvas)
         const QString name = p[Name].text();
         const double width = canvas.textWidth(name);
         // Worked out in doubles as a whole, then stored at the canvas's precision.
-        s.CurrentX = float((p[X].val() - d.OriginX) * d.Scale - width / 2);
-        s.CurrentY = float((p[Y].val() - d.OriginY) * d.Scale + 50);
+        s.CurrentX = conv::toSingle((p[X].val() - d.OriginX) * d.Scale - width / 2);
+        s.CurrentY = conv::toSingle((p[Y].val() - d.OriginY) * d.Scale + 50);
         canvas.print(name);
     }
 }

@@ -2,7 +2,7 @@
 
 CanvasPoint mapToCanvas(const GameData &d, double x, double y)
 {
-    return {float((x - d.OriginX) * d.Scale), float((y - d.OriginY) * d.Scale)};
+    return {conv::toSingle((x - d.OriginX) * d.Scale), conv::toSingle((y - d.OriginY) * d.Scale)};
 }
 
 bool inView(const GameData &d, double x, double y)

@@ -3,6 +3,7 @@
 // window shows it. Marker sizes given in canvas units are not scaled: they
 // keep their size on the screen whatever the zoom.
 
+#include "Conversions.h"
 #include "GameData.h"
 
 #include <QPointF>
@@ -20,7 +21,7 @@ inline CanvasPoint mapToCanvas(const GameData &d, const PlanetInfo &p)
 }
 
 // A light-year distance on the canvas.
-inline float lengthToCanvas(const GameData &d, double lightYears) { return float(lightYears * d.Scale); }
+inline float lengthToCanvas(const GameData &d, double lightYears) { return conv::toSingle(lightYears * d.Scale); }
 
 // Strictly inside the view window on both axes.
 bool inView(const GameData &d, double x, double y);

@@ -4,8 +4,23 @@
 # usage: run.sh VELTRO VELTRO_CLI SAMPLE_MAP
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb
-exec xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash -c '
+scratch=$(mktemp -d)
+
+# Xvfb picks a free display itself and names it on the descriptor only once
+# it accepts connections, so neither a display taken by another server nor a
+# slow start can make the program miss it.
+Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+xvfb=$!
+trap 'kill $xvfb 2>/dev/null; rm -rf "$scratch"' EXIT
+for _ in $(seq 200); do
+  [ -s "$scratch/display" ] && break
+  kill -0 $xvfb 2>/dev/null || { cat "$scratch/xvfb.log" >&2; exit 1; }
+  sleep 0.05
+done
+[ -s "$scratch/display" ] || { echo "Xvfb did not start" >&2; exit 1; }
+
+export DISPLAY=":$(cat "$scratch/display")" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb
+dbus-run-session -- bash -c '
   /usr/libexec/at-spi-bus-launcher --launch-immediately &
   sleep 1
   /usr/bin/python3 "$0" "$@"' "$here/drive_sample.py" "$@"

@@ -30,6 +30,16 @@ private slots:
         QTEST(conv::shortestText(x), "shortest");
     }
 
+    // Canvas positions, radii and angles go on in single precision; a value
+    // beyond its range stops the drawing instead of drawing at infinity.
+    void singlePrecision()
+    {
+        QCOMPARE(conv::toSingle(0.1), 0.1f);
+        QCOMPARE(conv::toSingle(-3.4e38), -3.4e38f);
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::toSingle(3.5e38));
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::toSingle(-1e39));
+    }
+
     // A planet of no population but a starbase counts as a colony of the
     // base's size in the territory.
     void starbaseSubstitute_data()

@@ -16,7 +16,7 @@ void drawDifficultyOfAttack(const GameData &d, Canvas &canvas)
         if (!(population > 0) || !inView(d, p))
             continue;
         // Single precision, so that a million colonists give exactly 205.
-        int red = conv::toInt16(std::floor(float(population / 4878.0488)));
+        int red = conv::toInt16(std::floor(conv::toSingle(population / 4878.0488)));
         if (!p[Starbase].is(u"None") && !p[Starbase].isBlank())
             red = conv::toInt16(red + 50);
         if (red > 255)

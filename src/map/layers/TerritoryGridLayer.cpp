@@ -34,7 +34,7 @@ void drawTerritoryGrid(const GameData &d, Canvas &canvas, RedrawHost &host)
     std::array<bool, MaxPlayers> coloured{};
     std::vector<float> position(size_t(size + 1));
     for (int g = 0; g <= size; ++g)
-        position[size_t(g)] = float(g * d.GridStep * d.Scale);
+        position[size_t(g)] = conv::toSingle(g * d.GridStep * d.Scale);
 
     // The grid ignores the view window: it is only drawn in the full view.
     std::vector<Dot> column;

@@ -59,6 +59,10 @@ private slots:
         QCOMPARE(m.data(m.index(0, 22), Qt::BackgroundRole).value<QColor>(), QColor(85, 43, 0));
         QCOMPARE(m.data(m.index(1, 3), Qt::BackgroundRole).value<QColor>(), QColor(Qt::black));
         QCOMPARE(m.data(m.index(1, 3), Qt::ForegroundRole).value<QColor>(), QColor(Qt::white));
+        // The sixteenth race is tinted like the first, with its own colour.
+        d.planet(2)[OwnerIndex] = Value(16);
+        m.fill(d);
+        QCOMPARE(m.data(m.index(1, 3), Qt::BackgroundRole).value<QColor>(), QColor(21, 0, 85));
 
         QList<int> textColumns;
         for (int c = 0; c < PlanetGridColumns; ++c)

@@ -98,6 +98,26 @@ private slots:
         QCOMPARE(failedFile, game.path("GAME.p3"));
     }
 
+    // Row 16 counts like every other: alone it is a selection, and a click
+    // on another game's map forgets it.
+    void sixteenthRow()
+    {
+        TestGame game;
+        game.writeMap({{"Home", 1100, 1100}});
+        game.write("other.map", "#\r\n1\t1100\t1100\tHome\r\n");
+        for (const char *name : {"game.P1", "game.P16", "other.P1"})
+            game.writeReport(name, {homeLine()});
+        GameData d;
+        FileSelection s(d);
+        QCOMPARE(s.clickMapFile(game.dir(), "game.map"), QString());
+        s.chooseOwnRace(16);
+        s.setIncluded(1, false);
+        QCOMPARE(s.confirm(), QString());
+        QCOMPARE(s.clickMapFile(game.dir(), "other.map"), QString());
+        QVERIFY(!s.row(16).shown);
+        QCOMPARE(d.GameFiles[16].path, QString());
+    }
+
     // Upper-case names from Windows; null, strings and plain whole numbers.
     void json()
     {

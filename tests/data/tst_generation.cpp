@@ -124,6 +124,53 @@ private slots:
         QCOMPARE(p[Hab].val() + p[TerraformedHab].val() + p[ScannerRange].val(), 87.0 + 95 + 150);
     }
 
+    // Every field of an own report line lands in its own planet field.
+    void ownReportFieldByField()
+    {
+        QMap<int, QString> fields;
+        for (int k = 6; k <= 34; ++k)
+            fields[k] = QString::number(k);
+        fields[10] = "10%";
+        fields[14] = "-1";
+        fields[21] = "2.1g";
+        GameData d;
+        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}}, {{"game.P1", {planetLine("Home", "Humans", "Space Dock", "0", "5", fields)}}}),
+                 QString());
+        const PlanetInfo &p = d.planet(1);
+        const QList<std::pair<PlanetField, QString>> expected{
+            {Owner, "Humans"}, {Starbase, "Space Dock"}, {AgeText, "Current"}, {Population, "5"}, {Hab, "6"},
+            {Mines, "8"}, {Factories, "9"}, {Defenses, "10%"}, {StoredIron, "11"}, {StoredBora, "12"},
+            {StoredGerm, "13"}, {IronMR, "Remote"}, {BoraMR, "15"}, {GermMR, "16"}, {IronMC, "17"},
+            {BoraMC, "18"}, {GermMC, "19"}, {Resources, "20"}, {Gravity, "2.1g"}, {Temperature, "22"},
+            {Radiation, "23"}, {Gravity2, "24"}, {Temperature2, "25"}, {Radiation2, "26"}, {TerraformedHab, "27"},
+            {OwnField28, "28"}, {ScannerRange, "29"}, {ScannerRange2, "30"}, {GateRange, "34"}};
+        for (const auto &[field, text] : expected)
+            QVERIFY2(p[field].text() == text, qPrintable(QString("field %1: %2").arg(int(field)).arg(p[field].text())));
+    }
+
+    // A load starts every race in its start colour, whatever the last game
+    // or the colour editor left.
+    void startColours()
+    {
+        GameData d;
+        d.RaceRGB[7] = {1, 2, 3};
+        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}}, {{"game.P1", {homeLine()}}}), QString());
+        const RaceColours starts{{{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 0}, {255, 0, 255}, {0, 255, 255},
+                                  {200, 200, 255}, {255, 128, 0}, {255, 0, 128}, {0, 255, 128}, {128, 255, 0},
+                                  {0, 128, 255}, {128, 0, 255}, {255, 64, 0}, {0, 255, 64}, {64, 0, 255}}};
+        QCOMPARE(d.RaceRGB, starts);
+    }
+
+    void caption()
+    {
+        GameData d;
+        d.MapFilePath = "/games/GAME.map";
+        d.GameYear = 1;
+        QVERIFY(windowCaption(d).endsWith("  { GAME.map  Year:1 }"));
+        d.GameYear = 0;
+        QVERIFY(windowCaption(d).endsWith("  { GAME.map }"));
+    }
+
     // Another player's report is read by items: a comma cuts a line, the
     // rest counts as the next line, and only as many are read as counted.
     void commasInOtherReports()
@@ -181,7 +228,7 @@ private slots:
                                         planetLine("B", "Birds", "None", "0", "245000",
                                                    {{11, "500"}, {21, "2.4"}, {22, "50"}, {23, "90"}}),
                                         planetLine("A", "Ants", "None", "0", "1000", {{21, "1.00g"}, {22, "20C"}, {23, "40mR"}}),
-                                        planetLine("C", "Cats", "None", "0", "1000", {{21, "6.0g"}, {22, "150"}, {23, "95"}})}}}),
+                                        planetLine("C", "Cats", "None", "0", "1000", {{21, "6.0g"}, {22, "150"}, {23, "81"}})}}}),
                  QString());
         QCOMPARE(d.OwnRaceName, QString("Birds")); // the last own-report line with resources
         QCOMPARE(d.PlayerCount, 4);
@@ -193,7 +240,7 @@ private slots:
         QCOMPARE(birds[TotalIron].val(), 2.0);
         // Gravity, temperature and radiation ranges; the home planet's are empty.
         const QList<QList<double>> ranges{
-            {0.12, 0.21, 0, 80, 0, 20}, {1, 1.75, 20, 100, 40, 60}, {2, 2.9, -50, 50, 10, 90}, {6, 8, 150, 200, 95, 100}};
+            {0.12, 0.21, 0, 80, 0, 20}, {1, 1.75, 20, 100, 40, 60}, {2, 2.9, -50, 50, 10, 90}, {6, 8, 150, 200, 81, 100}};
         for (int k = 1; k <= 4; ++k)
             for (int f = 0; f < 6; ++f)
                 QCOMPARE(d.player(k)[MinGrav + f].val(), ranges[k - 1][f]);

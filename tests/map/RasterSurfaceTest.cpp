@@ -144,6 +144,7 @@ private slots:
         QTest::newRow("quarter turn up") << 0.0f << 0.5f * pi << "X---";
         QTest::newRow("right half, through 0") << 1.5f * pi << 0.5f * pi << "X--X";
         QTest::newRow("end below start") << 0.5f * pi << 0.0f << "-XXX";
+        QTest::newRow("end equal to start: nothing") << 0.25f * pi << 0.25f * pi << "----";
     }
 
     void sectorRunsCounterClockwise()

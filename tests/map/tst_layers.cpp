@@ -92,6 +92,9 @@ private slots:
         QTest::addColumn<int>("mines"); // with ironium to mine and a starbase
         QTest::newRow("half full") << 250000.0 << 50.0 << colour(128, 127, 0) << -1;
         QTest::newRow("3% counts as 5%") << 40000.0 << 3.0 << colour(204, 51, 0) << -1;
+        // 99.5 % full: the floor keeps it off red.
+        QTest::newRow("almost full") << 497500.0 << 50.0 << colour(252, 3, 0) << -1;
+        QTest::newRow("almost full at 5%") << 49750.0 << 3.0 << colour(252, 3, 0) << -1;
         QTest::newRow("dying") << 100000.0 << -20.0 << colour(142, 0, 255) << -1;
         // Under ten mines a starbase world counts three million: 10 % full, 25.5 to 26.
         QTest::newRow("starbase, nine mines") << 300000.0 << 50.0 << colour(26, 229, 0) << 9;
@@ -229,6 +232,7 @@ private slots:
         QCOMPARE(circles[0][u"FillColor"].toInt(), colour(64, 0, 0));
         QCOMPARE(circles[1][u"FillColor"].toInt(), colour(64, 64, 0));
         QCOMPARE(circles[1][u"r"].toDouble(), 50.0);
+        QCOMPARE(circles[0][u"DrawWidth"].toInt(), 4);
     }
 
     void layersComeInTheirFixedOrder()

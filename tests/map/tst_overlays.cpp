@@ -210,6 +210,7 @@ private slots:
         QTest::newRow("all: the later gate decides") << false << 100 << 50 << 80 << "RGR";
         QTest::newRow("safe only") << true << 100 << 50 << 80 << "G";
         QTest::newRow("exactly the range is safe") << true << 80 << 80 << 80 << "GG";
+        QTest::newRow("five ranges exactly") << false << 10 << 10 << 50 << "RR";
         QTest::newRow("beyond five ranges") << false << 10 << 10 << 51 << "";
         QTest::newRow("no gate of its own: no lines from it") << false << 0 << 50 << 0 << "";
     }

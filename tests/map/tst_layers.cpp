@@ -145,6 +145,10 @@ private slots:
         QCOMPARE(circles[4][u"FillStyle"].toInt(), 1);
         QCOMPARE(circles[5][u"color"].toInt(), colour(205, 50, 0)); // a million colonists give 205
         QCOMPARE(circles[6][u"color"].toInt(), colour(255, 0, 0));  // 410 + 50, capped
+        // 32738 + 50 no longer fits the red's 16 bits: the drawing stops.
+        d.planet(2)[Population] = Value(159700000);
+        Redraw overflowing(d);
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, overflowing.run({AttackButton}));
     }
 
     void bordersScaleWithTheZoomMarkersDoNot()

@@ -39,7 +39,10 @@ private slots:
     {
         QTest::addColumn<double>("g");
         QTest::addColumn<int>("scale");
-        for (auto [g, s] : {std::pair{0.12, -1}, {0.5, 25}, {1.0, 50}, {2.0, 75}, {8.0, 100}})
+        // The four pieces at their ends, and inside each one a point that a
+        // floor would take one lower: 16.67, 43.75, 50.75, 75.83.
+        for (auto [g, s] : {std::pair{0.12, -1}, {0.5, 25}, {1.0, 50}, {2.0, 75}, {8.0, 100},
+                            {0.25, 17}, {0.8, 44}, {1.03, 51}, {2.2, 76}})
             QTest::newRow(qPrintable(QString::number(g))) << g << s;
     }
     void gravityScale()

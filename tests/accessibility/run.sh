@@ -11,7 +11,9 @@ scratch=$(mktemp -d)
 # slow start can make the program miss it.
 Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
 xvfb=$!
-trap 'kill $xvfb 2>/dev/null; rm -rf "$scratch"' EXIT
+# The server removes its socket as it goes: wait for that, or the next run's
+# server, given the same display number, could lose its socket to this one.
+trap 'kill $xvfb 2>/dev/null; wait $xvfb 2>/dev/null; rm -rf "$scratch"' EXIT
 for _ in $(seq 200); do
   [ -s "$scratch/display" ] && break
   kill -0 $xvfb 2>/dev/null || { cat "$scratch/xvfb.log" >&2; exit 1; }

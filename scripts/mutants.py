@@ -175,6 +175,16 @@ def main():
             print(f"{path}:{number}: {kind}: {old.strip()} -> {new.strip()}")
         return 0
 
+    # A run killed outright (power cut, machine restart) leaves a mutant's
+    # object file with the untouched one saved beside it; the sources are
+    # copied afresh with their old times, so make would keep the mutant.
+    for folder, _, files in os.walk(build):
+        for name in files:
+            if name.endswith(".o.pristine"):
+                saved = os.path.join(folder, name)
+                os.replace(saved, saved[: -len(".pristine")])
+                os.utime(saved[: -len(".pristine")])
+
     build_core = ["cmake", "--build", build, "--target", "veltro-core", "-j", str(args.jobs)]
     test = ["ctest", "--test-dir", build, "-j", str(args.jobs), "--stop-on-failure", "--timeout", "120"]
     if run(build_core, root) != 0 or run(test, root) != 0:

@@ -45,6 +45,7 @@ private slots:
         QTest::newRow("no year") << "games/GAME.map" << "" << 0;
         QTest::newRow("year 0") << "games/0/GAME.map" << "" << 0;
         QTest::newRow("past 16 bits") << "GAME.map@32768" << "" << 0;
+        QTest::newRow("six digits") << "g/002431/G.map" << "" << 0;
         QTest::newRow("folder not wholly digits") << "games/turn7/GAME.map" << "" << 0;
     }
     void yearOfAnArgument()

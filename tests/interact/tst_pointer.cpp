@@ -226,16 +226,16 @@ private slots:
         s.click(1000, 1000);
         s.pointer.tool = DrawTool::Line; // the line tool does not finish it as a line...
         s.pointer.tool = DrawTool::Circle; // ...when the circle tool is chosen again
-        s.click(1057, 1076); // 95 units away
-        QVERIFY(s.d.AnnotationText.endsWith("C,300,200,9,3\r\n"));
+        s.click(1057, 1082); // 99.86 units away: a radius of 100 units, 10 light years
+        QVERIFY(s.d.AnnotationText.endsWith("C,300,200,10,3\r\n"));
         QCOMPARE(drawColour(7), colour(255, 0, 255));
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, drawColour(8));
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, drawColour(0));
         const auto circles = traceOps(s.trace, "Circle");
-        QCOMPARE(circles.last()[u"r"].toDouble(), 95.0);
+        QCOMPARE(circles.last()[u"r"].toDouble(), 100.0);
         QCOMPARE(circles.last()[u"DrawWidth"].toInt(), 2);
 
-        // Saved, then replayed in a full view of Scale 5: the radius is 9 light years.
+        // Saved, then replayed in a full view of Scale 5: the radius is 10 light years.
         QTemporaryDir dir;
         s.d.AnnotationFilePath = dir.filePath("game.VMK");
         QCOMPARE(s.annotations.save(), "Saved to " + s.d.AnnotationFilePath);
@@ -243,7 +243,7 @@ private slots:
         s.trace.clear();
         s.buttons.setPressed(VmkButton, true);
         QCOMPARE(s.d.Scale, 5.0);
-        QCOMPARE(traceOps(s.trace, "Circle").last()[u"r"].toDouble(), 45.0);
+        QCOMPARE(traceOps(s.trace, "Circle").last()[u"r"].toDouble(), 50.0);
     }
 
     void textSizes_data()

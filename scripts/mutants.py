@@ -143,6 +143,13 @@ def run(command, cwd, timeout=None):
                           timeout=timeout).returncode
 
 
+def restore_object(obj):
+    """Puts back the untouched object file saved beside obj, newer than its
+    source and its library, so that the next build only relinks."""
+    os.replace(obj + ".pristine", obj)
+    os.utime(obj)
+
+
 def object_file(build, path):
     return os.path.join(build, "src", "CMakeFiles", "veltro-core.dir", os.path.relpath(path, "src") + ".o")
 
@@ -181,9 +188,7 @@ def main():
     for folder, _, files in os.walk(build):
         for name in files:
             if name.endswith(".o.pristine"):
-                saved = os.path.join(folder, name)
-                os.replace(saved, saved[: -len(".pristine")])
-                os.utime(saved[: -len(".pristine")])
+                restore_object(os.path.join(folder, name.removesuffix(".pristine")))
 
     build_core = ["cmake", "--build", build, "--target", "veltro-core", "-j", str(args.jobs)]
     test = ["ctest", "--test-dir", build, "-j", str(args.jobs), "--stop-on-failure", "--timeout", "120"]
@@ -221,8 +226,7 @@ def main():
             with open(source, "w", encoding="utf-8") as f:
                 f.write(pristine)
             os.utime(source, ns=(stat.st_atime_ns, stat.st_mtime_ns))
-            os.replace(obj + ".pristine", obj)
-            os.utime(obj)
+            restore_object(obj)
         print(f"[{index}/{len(sample)}] {outcome:9} {path}:{number}: {old.strip()} -> {new.strip()}", flush=True)
     run(build_core, root)
 

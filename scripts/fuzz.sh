@@ -66,7 +66,7 @@ game_input() { # CHOICES MAP REPORT...
 }
 
 make_seeds() { # HARNESS DIR
-  local h="$1" dir="$2" games="$out/games"
+  local h="$1" dir="$2" games="$out/games/$1"
   mkdir -p "$dir"
   case "$h" in
     map)

@@ -6,6 +6,7 @@
 #include "RecordingSink.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
+#include "PictureChecks.h"
 #include "PlanetGridWindow.h"
 #include "RaceColourWindow.h"
 #include "RaceLegend.h"
@@ -25,15 +26,6 @@
 #include <QToolButton>
 
 namespace {
-
-bool pictureIsBlack(const QImage &image)
-{
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if ((image.pixel(x, y) & 0xFFFFFF) != 0)
-                return false;
-    return true;
-}
 
 int countColour(const QImage &image, const QColor &colour)
 {
@@ -81,12 +73,7 @@ bool load(MainWindow &w, const QString &map, const QString &year = {})
 class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_sink.messages.clear();
-        setMessageSink(&m_sink);
-    }
-    void cleanup() { setMessageSink(nullptr); }
+    void init() { m_sink.messages.clear(); }
 
     void startsWithNothingLoaded()
     {

@@ -8,6 +8,7 @@
 #include "MapCanvasWidget.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
+#include "PictureChecks.h"
 #include "RasterSurface.h"
 #include "RecordingSink.h"
 
@@ -31,15 +32,6 @@ void hover(QWidget *map, const QPoint &p)
 {
     QMouseEvent move(QEvent::MouseMove, QPointF(p), map->mapToGlobal(QPointF(p)), Qt::NoButton, Qt::NoButton, {});
     QApplication::sendEvent(map, &move);
-}
-
-bool pictureIsBlack(const QImage &image)
-{
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if ((image.pixel(x, y) & 0xFFFFFF) != 0)
-                return false;
-    return true;
 }
 
 // The sample game loaded in a shown window, the borders drawn.
@@ -90,12 +82,7 @@ struct SampleWindow {
 class MapInteractionTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_sink.messages.clear();
-        setMessageSink(&m_sink);
-    }
-    void cleanup() { setMessageSink(nullptr); }
+    void init() { m_sink.messages.clear(); }
 
     void hoverAndClickAPlanet()
     {

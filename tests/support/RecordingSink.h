@@ -2,6 +2,7 @@
 // A message seam for window tests: records every message box and question
 // instead of showing it, answers questions with `answer` and input boxes
 // with the next of `inputs` ("" when none is left, as a cancelled box).
+// It stands in for the message boxes for as long as it lives.
 
 #include "MessageSink.h"
 
@@ -9,6 +10,11 @@
 
 class RecordingSink : public MessageSink {
 public:
+    RecordingSink() : m_previous(setMessageSink(this)) {}
+    ~RecordingSink() override { setMessageSink(m_previous); }
+    RecordingSink(const RecordingSink &) = delete;
+    RecordingSink &operator=(const RecordingSink &) = delete;
+
     void information(QWidget *, const QString &text) override { messages << text; }
     bool question(QWidget *, const QString &, const QString &text) override
     {
@@ -23,4 +29,7 @@ public:
     QStringList messages;
     bool answer = true;
     QStringList inputs;
+
+private:
+    MessageSink *m_previous;
 };

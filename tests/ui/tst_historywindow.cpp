@@ -39,7 +39,6 @@ private slots:
         options.players = 3;
         options.gameYear = LastYear;
         gamegen::generateHistory(options, 4);
-        setMessageSink(&m_sink);
     }
 
     void stepsThroughTheYears()

@@ -48,12 +48,7 @@ class OpenFileDialogTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_sink.messages.clear();
-        setMessageSink(&m_sink);
-    }
-    void cleanup() { setMessageSink(nullptr); }
+    void init() { m_sink.messages.clear(); }
 
     // The folder tree opens down to the game's folder, which is in sight.
     void opensOnTheGamesFolder()

@@ -17,6 +17,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStorageInfo>
 #include <QTimer>
@@ -59,11 +60,16 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
     m_folderView->setHeaderHidden(true);
     for (int column = 1; column < m_folderModel->columnCount(); ++column)
         m_folderView->hideColumn(column);
+    // The user's own choice in the list: it stays where the user sees it.
     connect(m_folderView->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex &current) {
-                if (!m_moving && current.isValid())
-                    goToFolder(m_folderModel->filePath(current));
+                if (m_moving || !current.isValid())
+                    return;
+                m_revealing = false;
+                moveTo(m_folderModel->filePath(current));
             });
+    m_folderView->viewport()->installEventFilter(this);
+    connect(m_folderView->verticalScrollBar(), &QScrollBar::sliderPressed, this, [this] { m_revealing = false; });
     // The model reads folders in the background and sorts them later; rows
     // that arrive or move above the current folder push it out of sight
     // again, so it is brought back.
@@ -95,6 +101,12 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
     lists->addWidget(m_drives);
     lists->addWidget(m_folderView, 3);
     lists->addWidget(m_fileView, 2);
+
+    m_chosenMap = new QLabel;
+    m_chosenMap->setObjectName(QStringLiteral("ChosenMap"));
+    m_chosenMap->setTextFormat(Qt::PlainText);
+    // A long folder is cut rather than widening the window; the tooltip has it whole.
+    m_chosenMap->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     m_raceHint = new QLabel(QStringLiteral("Mark the option button next to the file which represents your race"));
     m_raceHint->setObjectName(QStringLiteral("Label1"));
@@ -148,6 +160,7 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
     connect(m_cancel, &QPushButton::clicked, this, &OpenFileDialog::reject);
 
     auto *choice = new QVBoxLayout;
+    choice->addWidget(m_chosenMap);
     choice->addWidget(m_raceHint);
     choice->addLayout(rows);
     choice->addStretch();
@@ -199,6 +212,13 @@ void OpenFileDialog::goToDrive(const QString &root)
 
 void OpenFileDialog::goToFolder(const QString &path)
 {
+    m_revealing = true;
+    moveTo(path);
+    revealFolder();
+}
+
+void OpenFileDialog::moveTo(const QString &path)
+{
     m_placed = true;
     m_folder = cleanFolder(path);
     showDriveOf(m_folder);
@@ -206,9 +226,9 @@ void OpenFileDialog::goToFolder(const QString &path)
     m_moving = true;
     const QModelIndex folderIndex = m_folderModel->index(m_folder);
     m_folderView->setCurrentIndex(folderIndex);
-    revealFolder();
     m_fileModel->setRootPath(m_folder);
     m_fileView->setRootIndex(m_fileModel->index(m_folder));
+    markChosenMap();
     m_moving = false;
 
     // The folder no longer is the game's until a map file is clicked.
@@ -217,7 +237,7 @@ void OpenFileDialog::goToFolder(const QString &path)
 
 void OpenFileDialog::scheduleReveal()
 {
-    if (m_revealPending)
+    if (m_revealPending || !m_revealing)
         return;
     m_revealPending = true;
     QTimer::singleShot(0, this, &OpenFileDialog::revealFolder);
@@ -228,6 +248,8 @@ void OpenFileDialog::scheduleReveal()
 void OpenFileDialog::revealFolder()
 {
     m_revealPending = false;
+    if (!m_revealing)
+        return;
     const QModelIndex folder = m_folderModel->index(m_folder);
     if (!folder.isValid())
         return;
@@ -239,9 +261,21 @@ void OpenFileDialog::revealFolder()
     m_folderView->scrollTo(folder, QAbstractItemView::PositionAtCenter);
 }
 
+void OpenFileDialog::markChosenMap()
+{
+    // Another folder's files are only listed: none of them looks chosen
+    // until it is clicked.
+    const QFileInfo chosen(m_data.MapFilePath);
+    if (!m_data.MapFilePath.isEmpty() && cleanFolder(chosen.absolutePath()) == m_folder)
+        m_fileView->setCurrentIndex(m_fileModel->index(chosen.absoluteFilePath()));
+    else
+        m_fileView->selectionModel()->clear();
+}
+
 void OpenFileDialog::clickMapFile(const QString &fileName)
 {
     const QString message = m_selection.clickMapFile(m_folder, fileName);
+    markChosenMap();
     showRows();
     if (!message.isEmpty())
         showMessage(this, message);
@@ -282,6 +316,9 @@ void OpenFileDialog::reject()
 
 bool OpenFileDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_folderView->viewport()
+        && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel))
+        m_revealing = false;
     if (watched == m_fileView && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         const QModelIndex current = m_fileView->currentIndex();
@@ -304,6 +341,7 @@ void OpenFileDialog::showEvent(QShowEvent *event)
     showRows();
     QDialog::showEvent(event);
     // Only a laid-out view knows where the centre is.
+    m_revealing = true;
     QTimer::singleShot(0, this, &OpenFileDialog::revealFolder);
 }
 
@@ -336,5 +374,11 @@ void OpenFileDialog::showRows()
     if (m_gameYear->text() != m_selection.gameYearText)
         m_gameYear->setText(m_selection.gameYearText);
     m_raceHint->setVisible(m_selection.ownRaceHintShown());
+    const QFileInfo chosen(m_data.MapFilePath);
+    const QString folder = QDir::toNativeSeparators(chosen.absolutePath());
+    m_chosenMap->setText(m_data.MapFilePath.isEmpty()
+                             ? QStringLiteral("No map file chosen")
+                             : QStringLiteral("Map file: %1\nFolder: %2").arg(chosen.fileName(), folder));
+    m_chosenMap->setToolTip(m_data.MapFilePath.isEmpty() ? QString() : QDir::toNativeSeparators(chosen.absoluteFilePath()));
     m_load->setEnabled(m_selection.loadEnabled());
 }

@@ -44,12 +44,15 @@ public:
     QLineEdit *yearBox(int row) const { return m_rows[size_t(row)].year; }
     QLineEdit *gameYearBox() const { return m_gameYear; }
     QLabel *raceHint() const { return m_raceHint; }
+    // The map file the rows go with, the one that loads: the map clicked last.
+    QLabel *chosenMap() const { return m_chosenMap; }
     QPushButton *loadButton() const { return m_load; }
     QPushButton *cancelButton() const { return m_cancel; }
 
 public slots:
-    // A folder change: the file list lists `path` and GameDir becomes " "
-    // until a map file is clicked again. The rows stay as they are.
+    // A folder change from code: the folder list shows `path`, the file
+    // list lists it, and GameDir becomes " " until a map file is clicked
+    // again. The rows stay as they are.
     void goToFolder(const QString &path);
     // A drive change: the folder list moves to the volume's root.
     void goToDrive(const QString &root);
@@ -73,15 +76,24 @@ private:
 
     void fillDrives();
     void showDriveOf(const QString &folder);
+    // The folder change itself, wherever it came from.
+    void moveTo(const QString &path);
     // Scrolls the folder list so that the current folder shows.
     void revealFolder();
     void scheduleReveal();
+    // Marks the chosen map in the file list when it lies in the folder shown.
+    void markChosenMap();
     void showRows();
 
     GameData &m_data;
     FileSelection &m_selection;
     bool m_placed = false;      // a folder has been chosen (opening or caller)
     bool m_moving = false;      // the lists are being moved from code
+    // The folder was chosen from code, and the folder list keeps it in
+    // sight while the folders above it are read, until the user takes the
+    // list in hand. Never after the user's own click in it: a list that
+    // scrolls under the pointer would pick the neighbouring folder.
+    bool m_revealing = false;
     bool m_revealPending = false; // the tree is to be scrolled back to the folder
     QString m_folder;
 
@@ -93,6 +105,7 @@ private:
     std::array<RowControls, MaxPlayers + 1> m_rows;
     QButtonGroup *m_players = nullptr;
     QLineEdit *m_gameYear = nullptr;
+    QLabel *m_chosenMap = nullptr;
     QLabel *m_raceHint = nullptr;
     QPushButton *m_load = nullptr;
     QPushButton *m_cancel = nullptr;

@@ -43,12 +43,12 @@ public:
         if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
             qFatal("cannot write %s", qPrintable(path(name)));
     }
-    void writeMap(const QList<MapPlanet> &planets) const
+    void writeMap(const QList<MapPlanet> &planets, const QString &name = QStringLiteral("game.map")) const
     {
         QByteArray bytes = "#\tX\tY\tName\r\n";
         for (int i = 0; i < planets.size(); ++i)
             bytes += QString("%1\t%2\t%3\t%4\r\n").arg(i + 1).arg(planets[i].x).arg(planets[i].y).arg(planets[i].name).toLatin1();
-        write("game.map", bytes);
+        write(name, bytes);
     }
     void writeReport(const QString &name, const QList<QByteArray> &lines) const
     {

@@ -1,5 +1,6 @@
 // The file selection window over a real folder: which rows it shows, the
-// messages it gives and the state it keeps between showings.
+// messages it gives, the state it keeps between showings, the map that loads
+// after moving between folders, and the folder list under the pointer.
 
 #include "OpenFileDialog.h"
 #include "RecordingSink.h"
@@ -13,8 +14,10 @@
 #include <QListView>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
+#include <algorithm>
 
 namespace {
 
@@ -32,6 +35,7 @@ struct Window {
             game.write(name, "");
         return dialog.openOn(game.path("game.map"));
     }
+    QString folder(const QString &name) const { return QDir(game.path(name)).absolutePath(); }
     QList<int> shownRows() const
     {
         QList<int> rows;
@@ -56,15 +60,25 @@ private slots:
         Window w;
         QVERIFY(QDir(w.game.dir()).mkpath("deep/er/still"));
         w.game.write("deep/er/still/game.map", "");
+        auto *tree = w.dialog.findChild<QTreeView *>("Dir1");
+        auto *model = static_cast<QFileSystemModel *>(tree->model());
+        QSignalSpy read(model, &QFileSystemModel::directoryLoaded);
         QVERIFY(w.dialog.openOn(w.game.path("deep/er/still/game.map")));
         w.dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
-        auto *tree = w.dialog.findChild<QTreeView *>("Dir1");
-        auto *model = static_cast<QFileSystemModel *>(tree->model());
         const QModelIndex folder = model->index(w.game.path("deep/er/still"));
-        // After the model has read and sorted the folders above it in the background.
-        QTest::qWait(400);
-        QVERIFY(tree->viewport()->rect().contains(tree->visualRect(folder).center()));
+        // Once the model has read the folders above it in the background.
+        QStringList above;
+        for (QModelIndex i = folder.parent(); i.isValid(); i = i.parent())
+            above << model->filePath(i);
+        const auto allRead = [&] {
+            QStringList done;
+            for (const QList<QVariant> &signal : read)
+                done << signal[0].toString();
+            return std::all_of(above.begin(), above.end(), [&](const QString &path) { return done.contains(path); });
+        };
+        QTRY_VERIFY(allRead());
+        QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(folder).center()));
         for (QModelIndex above = folder.parent(); above.isValid(); above = above.parent())
             QVERIFY(tree->isExpanded(above));
         QCOMPARE(tree->currentIndex(), folder);
@@ -187,6 +201,99 @@ private slots:
         QCOMPARE(w.data.GameDir, QStringLiteral(" "));
         QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
         QCOMPARE(w.data.GameFiles[3].included, QStringLiteral("0"));
+    }
+
+    // A click on a folder picks that folder: the list does not move under
+    // the pointer, neither at the click nor afterwards, so a pointer that
+    // stirs while pressed stays on it.
+    void aClickPicksTheFolderUnderThePointer()
+    {
+        Window w;
+        QStringList folders;
+        for (int i = 0; i < 30; ++i) {
+            folders << QStringLiteral("f%1").arg(i, 2, 10, QLatin1Char('0'));
+            QVERIFY(QDir(w.game.dir()).mkdir(folders.last()));
+        }
+        w.game.write("f05/game.map", "");
+        QTreeView *tree = w.dialog.folderList();
+        auto *model = static_cast<QFileSystemModel *>(tree->model());
+        QVERIFY(w.dialog.openOn(w.game.path("f05/game.map")));
+        w.dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
+        // The game's folder read and sorted, its folder in sight.
+        const QModelIndex parent = model->index(w.game.dir());
+        const auto listed = [&] {
+            QStringList names;
+            for (int r = 0; r < model->rowCount(parent); ++r)
+                names << model->fileName(model->index(r, 0, parent));
+            return names;
+        };
+        QTRY_COMPARE(listed(), folders);
+        const QModelIndex f05 = model->index(w.game.path("f05"));
+        QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(f05).center()));
+
+        const QModelIndex target = model->index(w.game.path("f08"));
+        const QRect before = tree->visualRect(target);
+        QVERIFY(tree->viewport()->rect().contains(before));
+        QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, before.center());
+        QTest::mouseMove(tree->viewport(), before.center());
+        QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, before.center());
+        QCOMPARE(w.dialog.folder(), w.folder("f08"));
+        QCOMPARE(tree->currentIndex(), target);
+        QCOMPARE(tree->visualRect(target), before);
+        QCoreApplication::processEvents(); // what the click left to do
+        QCOMPARE(tree->visualRect(target), before);
+        QCOMPARE(w.dialog.folder(), w.folder("f08"));
+    }
+
+    // Three games in three folders: the map shown above the rows is the map
+    // that loads, whether the folder changed since or not.
+    void theShownMapIsTheOneThatLoads()
+    {
+        Window w;
+        const TestGame &g = w.game;
+        for (const char *folder : {"reports", "bare", "old"})
+            QVERIFY(QDir(g.dir()).mkdir(QLatin1String(folder)));
+        g.writeMap({{"Home", 1100, 1100}, {"Reports", 1200, 1200}}, "reports/game.map");
+        g.writeReport("reports/game.P1", {homeLine()});
+        g.writeMap({{"Home", 1100, 1100}, {"Bare", 1200, 1200}}, "bare/lone.map");
+        g.writeMap({{"Home", 1100, 1100}, {"Old", 1200, 1200}}, "old/old.map");
+        g.writeReport("old/old.PLA", {homeLine()});
+
+        struct Step {
+            const char *folder;   // moved to
+            const char *click;    // the map file clicked there, if any
+            const char *shown;    // the map above the rows
+            const char *marked;   // the file that looks chosen in the file list
+            QList<int> rows;
+            const char *loaded;   // the second planet of what loads
+        };
+        const Step steps[] = {
+            {"reports", "game.map", "reports/game.map", "game.map", {1}, "Reports"},
+            {"bare", nullptr, "reports/game.map", "", {1}, "Reports"},
+            // No reports: the message, and the rows stay those of the game before.
+            {"bare", "lone.map", "bare/lone.map", "lone.map", {1}, "Bare"},
+            {"old", "old.map", "old/old.map", "old.map", {0}, "Old"},
+        };
+        for (const Step &step : steps) {
+            w.dialog.goToFolder(g.path(QLatin1String(step.folder)));
+            if (step.click)
+                w.dialog.clickMapFile(QLatin1String(step.click));
+            const QFileInfo shown(g.path(QLatin1String(step.shown)));
+            QCOMPARE(w.dialog.chosenMap()->text(), QStringLiteral("Map file: %1\nFolder: %2")
+                                                       .arg(shown.fileName(), QDir::toNativeSeparators(shown.absolutePath())));
+            QCOMPARE(w.shownRows(), step.rows);
+            const QModelIndex current = w.dialog.fileList()->currentIndex();
+            QCOMPARE(current.isValid() ? current.data().toString() : QString(), QLatin1String(step.marked));
+
+            w.dialog.confirm();
+            QCOMPARE(w.dialog.result(), int(QDialog::Accepted));
+            QCOMPARE(QFileInfo(w.data.MapFilePath), shown);
+            GenerationObserver silent;
+            generateUniverse(w.data, silent);
+            QCOMPARE(w.data.planet(2)[Name].text(), QLatin1String(step.loaded));
+        }
+        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("No Player files found for this map")});
     }
 
     // The game's install folder, or the home folder when it is not there.

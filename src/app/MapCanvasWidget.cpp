@@ -6,6 +6,7 @@
 #include "RasterSurface.h"
 #include "ZoomTool.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -94,4 +95,13 @@ void MapCanvasWidget::mousePressEvent(QMouseEvent *event)
 {
     const QPointF c = toCanvas(event->position());
     emit pressed(float(c.x()), float(c.y()));
+}
+
+void MapCanvasWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        emit cancelled();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }

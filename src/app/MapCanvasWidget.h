@@ -25,11 +25,14 @@ public:
 signals:
     void pointerMoved(float x, float y);
     void pressed(float x, float y);
+    // Escape: the user gives up what the pointer was in the middle of.
+    void cancelled();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     double pixelsPerUnit() const;

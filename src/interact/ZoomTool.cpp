@@ -18,6 +18,8 @@ void ZoomTool::firstCorner(float x, float y)
     buttons.setEnabled(ClearMapButton, false);
     for (int i = UniverseButton; i <= VmkButton; ++i)
         buttons.setEnabled(i, false);
+    m_originX = d.OriginX;
+    m_originY = d.OriginY;
     // Rounded, not floored as the readout is, and without the view minimum:
     // a zoom always starts from the full view, where it is 0.
     d.OriginX = conv::toInt32(x / d.Scale);
@@ -53,6 +55,25 @@ void ZoomTool::abandon()
     zoom.ZoomArmed = 0;
     buttons.setEnabled(ZoomInButton, true);
     buttons.setPressed(ZoomInButton, false);
+}
+
+bool ZoomTool::cancel()
+{
+    if (zoom.ZoomState == 0)
+        return false;
+    if (zoom.ZoomState == 2) {
+        d.OriginX = m_originX;
+        d.OriginY = m_originY;
+    }
+    m_box.visible = false;
+    zoom.ZoomState = 0;
+    zoom.ZoomArmed = 0;
+    // Quietly: a click would redraw, and the picture is still the one the
+    // user had before arming the zoom.
+    buttons.setPressedQuietly(ZoomInButton, false);
+    for (int i = 0; i < OverlayButtonCount; ++i)
+        buttons.setEnabled(i, true);
+    return true;
 }
 
 void ZoomTool::follow(float x)

@@ -41,6 +41,11 @@ public:
     // releases "Zoom In", whose redraw brings back the full view and every
     // overlay button.
     void abandon();
+    // The user changed their mind (Escape) while the zoom is armed or the
+    // square follows the pointer: the view and the picture stay as they
+    // were before "Zoom In", which is released without a redraw, and every
+    // overlay button is enabled again. False when no zoom was under way.
+    bool cancel();
     // The pointer moved while the square follows it.
     void follow(float x);
 
@@ -53,6 +58,9 @@ private:
     OverlayButtons &buttons;
     Canvas &canvas;
     ZoomBox m_box;
+    // The view's corner before the first corner click moved it.
+    int32_t m_originX = 0;
+    int32_t m_originY = 0;
     int16_t ZoomRed = 255;
     int16_t ZoomGreen = 255;
     int16_t ZoomBlue = 255;

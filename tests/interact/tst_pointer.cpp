@@ -187,6 +187,53 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
+    // Escape while the zoom is armed or its square half made: the view, the
+    // picture and the buttons are as before "Zoom In", with no redraw. Once
+    // the zoom is done, or before it is armed, there is nothing to cancel.
+    void zoomCancelled_data()
+    {
+        QTest::addColumn<int>("cornersClicked");
+        QTest::addColumn<bool>("cancelled");
+        QTest::newRow("armed") << 0 << true;
+        QTest::newRow("first corner placed") << 1 << true;
+        QTest::newRow("zoomed") << 2 << false;
+    }
+    void zoomCancelled()
+    {
+        QFETCH(int, cornersClicked);
+        Scene s(twoPlanets());
+        s.d.setFullView();
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            s.buttons.setEnabled(i, true);
+        QVERIFY(!s.zoomTool.cancel());
+        s.buttons.setPressed(ZoomInButton, true);
+        for (int i = 0; i < cornersClicked; ++i) {
+            s.pointer.mouseMove(1400, 1200);
+            s.click(1000, 1000);
+        }
+        const QByteArray trace = s.trace;
+        const int redraws = s.redraws;
+        const bool cancelled = s.zoomTool.cancel();
+        QTEST(cancelled, "cancelled");
+        QCOMPARE(s.redraws, redraws);
+        QCOMPARE(s.trace, trace);
+        if (!cancelled)
+            return;
+        GameData full = twoPlanets();
+        full.setFullView();
+        QCOMPARE(QList<double>({s.d.Scale, double(s.d.OriginX), double(s.d.OriginY), double(s.d.FarX), double(s.d.FarY)}),
+                 QList<double>({full.Scale, double(full.OriginX), double(full.OriginY), double(full.FarX), double(full.FarY)}));
+        QCOMPARE(QList<int>({s.zoom.ZoomState, s.zoom.ZoomArmed}), QList<int>({0, 0}));
+        QVERIFY(!s.buttons.pressed(ZoomInButton));
+        QVERIFY(!s.zoomTool.box().visible);
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(s.buttons.enabled(i));
+        // A click is a planet click again, and "Zoom In" arms a new zoom.
+        QCOMPARE(s.click(1000, 1000), QList<int>{1});
+        s.buttons.setPressed(ZoomInButton, true);
+        QCOMPARE(s.zoom.ZoomState, int16_t(1));
+    }
+
     // Each motion moves every component of the square's colour by
     // round(20 r - 10) for the random number r, then holds it to 150..255.
     void zoomShimmerSteps()

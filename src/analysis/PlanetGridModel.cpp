@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -76,6 +77,7 @@ void PlanetGridModel::fill(const GameData &d)
     }
     m_order.resize(m_rows.size());
     std::iota(m_order.begin(), m_order.end(), 0);
+    m_sortColumn = -1;
     endResetModel();
 }
 
@@ -119,6 +121,9 @@ QVariant PlanetGridModel::headerData(int section, Qt::Orientation orientation, i
         return QAbstractTableModel::headerData(section, orientation, role);
     if (role == Qt::DisplayRole)
         return QString::fromLatin1(Columns[section].heading);
+    // Screen readers learn the order that sighted users see in the heading's arrow.
+    if (role == Qt::AccessibleDescriptionRole && section == m_sortColumn)
+        return m_sortOrder == Qt::AscendingOrder ? QStringLiteral("Sorted ascending") : QStringLiteral("Sorted descending");
     return {};
 }
 
@@ -151,4 +156,7 @@ void PlanetGridModel::sort(int column, Qt::SortOrder order)
         to << this->index(newRowOf[size_t(before[size_t(index.row())])], index.column());
     changePersistentIndexList(from, to);
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    const int previous = std::exchange(m_sortColumn, column);
+    m_sortOrder = order;
+    emit headerDataChanged(Qt::Horizontal, previous < 0 ? column : qMin(previous, column), qMax(previous, column));
 }

@@ -50,6 +50,9 @@ public:
     // column's kind. Equal keys keep their order, so one sort after
     // another groups by the last column and keeps the earlier order inside.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    // The column sorted by last, -1 while the rows are in table order.
+    int sortColumn() const { return m_sortColumn; }
+    Qt::SortOrder sortOrder() const { return m_sortOrder; }
 
     // The text of the cell at grid row `row` (0 = first planet row).
     QString text(int row, int column) const;
@@ -63,4 +66,6 @@ private:
 
     std::vector<Row> m_rows;  // table order
     std::vector<int> m_order; // grid row -> index into m_rows
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

@@ -152,6 +152,12 @@ void MainWindow::createControls()
     m_universe->setObjectName(QStringLiteral("Universe"));
     connect(m_universe, &MapCanvasWidget::pointerMoved, this, &MainWindow::pointerMoved);
     connect(m_universe, &MapCanvasWidget::pressed, this, &MainWindow::mapPressed);
+    connect(m_universe, &MapCanvasWidget::cancelled, this, [this] {
+        if (!m_zoomTool.cancel())
+            return;
+        m_overlayBar->mirror(ZoomInButton);
+        m_universe->shapesMoved();
+    });
 
     m_overlayBar = new OverlayButtonBar(m_buttons, m_client);
     m_overlayBar->move(4, 2);
@@ -215,7 +221,10 @@ void MainWindow::editRaceColour(int index)
     if (!m_raceColour) {
         m_raceColour = new RaceColourWindow(m_data, this);
         connect(m_raceColour, &RaceColourWindow::colourStored, this,
-                [this](int i, const QColor &colour) { m_legend->swatch(i)->setColour(colour); });
+                [this](int i, const QColor &colour) {
+                    m_legend->swatch(i)->setColour(colour);
+                    m_savedColours.remember(m_data.player(i + 1)[RaceName].text(), colour);
+                });
     }
     m_raceColour->openFor(index);
     m_raceColour->exec();
@@ -304,6 +313,10 @@ bool MainWindow::generate()
     }
     try {
         generateUniverse(m_data, static_cast<GenerationObserver &>(*this));
+        // The load starts every race in its start colour; the user's own
+        // choices for this game come back on top.
+        m_savedColours.gameLoaded(m_data);
+        m_legend->show(m_data);
         m_tools->showText(m_data.AnnotationText);
         m_universe->update();
         return true;

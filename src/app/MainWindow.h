@@ -15,6 +15,7 @@
 #include "OverlayButtons.h"
 #include "PlanetDetail.h"
 #include "RedrawHost.h"
+#include "SavedRaceColours.h"
 #include "ZoomTool.h"
 
 #include <QMainWindow>
@@ -138,4 +139,5 @@ private:
     LegendWindow *m_key = nullptr;
     PlanetGridWindow *m_grid = nullptr;
     RaceColourWindow *m_raceColour = nullptr;
+    SavedRaceColours m_savedColours;
 };

@@ -45,6 +45,10 @@ PlanetGridWindow::PlanetGridWindow(QWidget *parent) : QDialog(parent)
     heading->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     heading->setSectionResizeMode(QHeaderView::Interactive);
     heading->setToolTip(QStringLiteral("Left click sorts ascending, right click descending"));
+    // The arrow marks the column the rows are sorted by; the grid sorts
+    // itself from the heading's clicks, so the header's own sorting stays off.
+    heading->setSortIndicatorShown(true);
+    heading->setSortIndicator(m_model.sortColumn(), m_model.sortOrder());
     for (int c = 0; c < PlanetGridColumns; ++c)
         heading->resizeSection(c, twipsToPixels(planetGridColumn(c).widthTwips));
     heading->viewport()->installEventFilter(this);
@@ -68,6 +72,8 @@ PlanetGridWindow::PlanetGridWindow(QWidget *parent) : QDialog(parent)
 void PlanetGridWindow::fill(const GameData &d)
 {
     m_model.fill(d);
+    // A fresh snapshot is in table order, sorted by no column.
+    m_table->horizontalHeader()->setSortIndicator(m_model.sortColumn(), m_model.sortOrder());
     m_table->clearSelection();
     m_table->scrollToTop();
 }
@@ -78,6 +84,7 @@ void PlanetGridWindow::sortFromHeading(const QPoint &position, Qt::MouseButton b
     if (column < 0)
         return;
     m_model.sort(column, button == Qt::LeftButton ? Qt::AscendingOrder : Qt::DescendingOrder);
+    m_table->horizontalHeader()->setSortIndicator(m_model.sortColumn(), m_model.sortOrder());
 }
 
 bool PlanetGridWindow::eventFilter(QObject *watched, QEvent *event)

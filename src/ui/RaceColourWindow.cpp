@@ -45,6 +45,10 @@ RaceColourWindow::RaceColourWindow(GameData &data, QWidget *parent) : QDialog(pa
     setWindowTitle(QStringLiteral("Edit race colour"));
     setModal(true);
 
+    m_race = new QLabel;
+    m_race->setObjectName(QStringLiteral("RaceName"));
+    m_race->setTextFormat(Qt::PlainText);
+
     auto *sliders = new QFormLayout;
     const char *names[3][2] = {{"RedSlide", "Red"}, {"GreenSlide", "Green"}, {"BlueSlide", "Blue"}};
     for (size_t i = 0; i < 3; ++i) {
@@ -65,6 +69,14 @@ RaceColourWindow::RaceColourWindow(GameData &data, QWidget *parent) : QDialog(pa
     row->addLayout(sliders, 1);
     row->addWidget(m_preview);
 
+    m_tooDark = new QLabel(QStringLiteral("Too dark for the black map: red + green + blue must reach %1")
+                               .arg(MinimumColourSum));
+    m_tooDark->setObjectName(QStringLiteral("TooDark"));
+    // The line comes and goes with the sliders; the window keeps its size.
+    QSizePolicy keepPlace = m_tooDark->sizePolicy();
+    keepPlace.setRetainSizeWhenHidden(true);
+    m_tooDark->setSizePolicy(keepPlace);
+
     auto *buttons = new QDialogButtonBox;
     m_ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     m_ok->setObjectName(QStringLiteral("butOK"));
@@ -72,7 +84,9 @@ RaceColourWindow::RaceColourWindow(GameData &data, QWidget *parent) : QDialog(pa
     connect(m_ok, &QPushButton::clicked, this, &RaceColourWindow::store);
 
     auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_race);
     layout->addLayout(row);
+    layout->addWidget(m_tooDark);
     layout->addWidget(buttons);
     slidersChanged();
 }
@@ -80,6 +94,7 @@ RaceColourWindow::RaceColourWindow(GameData &data, QWidget *parent) : QDialog(pa
 void RaceColourWindow::openFor(int index)
 {
     m_index = index;
+    m_race->setText(QStringLiteral("Colour of ") + m_data.player(index + 1)[RaceName].text());
     const auto &c = m_data.RaceRGB[size_t(index)];
     for (size_t i = 0; i < 3; ++i)
         m_sliders[i]->setValue(c[i]);
@@ -91,6 +106,7 @@ void RaceColourWindow::slidersChanged()
     const int r = m_sliders[0]->value(), g = m_sliders[1]->value(), b = m_sliders[2]->value();
     m_preview->setColour(QColor(r, g, b));
     m_ok->setEnabled(brightEnough(r, g, b));
+    m_tooDark->setVisible(!m_ok->isEnabled());
 }
 
 void RaceColourWindow::store()

@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <array>
 
+class QLabel;
 class QPushButton;
 class QSlider;
 
@@ -36,6 +37,10 @@ public:
     QSlider *slider(int component) const { return m_sliders[size_t(component)]; }
     QPushButton *okButton() const { return m_ok; }
     RaceColourPreview *preview() const { return m_preview; }
+    // Which race the sliders colour.
+    QLabel *raceShown() const { return m_race; }
+    // Why "OK" is disabled, shown only while it is.
+    QLabel *tooDarkNote() const { return m_tooDark; }
 
 signals:
     // After "OK" has stored the colour of swatch `index`.
@@ -48,6 +53,8 @@ private:
     GameData &m_data;
     std::array<QSlider *, 3> m_sliders{};
     RaceColourPreview *m_preview = nullptr;
+    QLabel *m_race = nullptr;
+    QLabel *m_tooDark = nullptr;
     QPushButton *m_ok = nullptr;
     int m_index = 0;
 };

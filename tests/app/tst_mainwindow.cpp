@@ -2,6 +2,7 @@
 // game through the file selection, overlay presses and the resize rule.
 
 #include "EmpireStatWindow.h"
+#include "IsolatedSettings.h"
 #include "MainWindow.h"
 #include "RecordingSink.h"
 #include "OpenFileDialog.h"
@@ -14,6 +15,7 @@
 #include "TestGame.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -37,17 +39,22 @@ int countColour(const QImage &image, const QColor &colour)
 }
 
 // Runs `inside` on the modal window of type T once `open` has shown it.
+// The timer dies with the call: when `open` shows nothing, it cannot fire
+// later inside another test's window.
 template <typename T, typename Open, typename Inside>
 bool whileModal(Open open, Inside inside)
 {
     bool ran = false;
-    QTimer::singleShot(0, [&] {
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
         if (auto *window = qobject_cast<T *>(QApplication::activeModalWidget())) {
             inside(*window);
             window->close();
             ran = true;
         }
     });
+    timer.start(0);
     open();
     return ran;
 }
@@ -195,6 +202,46 @@ private slots:
         QVERIFY(pictureIsBlack(w.raster().image()));
     }
 
+    // A colour chosen for a race comes back with its name whenever its game
+    // loads again, in a new window as after a restart and whatever column
+    // the race takes then; another game keeps the start colours.
+    void chosenColoursComeBackWithTheirGame()
+    {
+        TestGame game, other;
+        for (const TestGame *g : {&game, &other}) {
+            g->writeMap({{"Home", 1100, 1100}, {"Near", 1300, 1300}, {"Far", 1500, 1500}});
+            g->writeReport("game.P1", {homeLine(), planetLine("Far", "Robots", "None", "0", "5000")});
+        }
+        const int32_t chosen = 64 + 256 * 200 + 65536 * 72;
+        {
+            MainWindow w;
+            w.show();
+            QVERIFY(load(w, game.path("game.map")));
+            QCOMPARE(w.gameData().player(2)[RaceName].text(), QStringLiteral("Robots"));
+            auto *robots = w.findChild<RaceSwatch *>(QStringLiteral("RaceC1"));
+            QVERIFY(whileModal<RaceColourWindow>([&] { robots->click(); }, [](RaceColourWindow &editor) {
+                QCOMPARE(editor.raceShown()->text(), QStringLiteral("Colour of Robots"));
+                for (int i = 0; i < 3; ++i)
+                    editor.slider(i)->setValue(QList<int>{64, 200, 72}[i]);
+                editor.okButton()->click();
+            }));
+            QCOMPARE(robots->accessibleDescription(), QStringLiteral("Robots in red 64, green 200, blue 72"));
+        }
+        // Another race met first moves the Robots to column 3.
+        game.writeReport("game.P1", {homeLine(), planetLine("Near", "Aliens", "None", "0", "5000"),
+                                     planetLine("Far", "Robots", "None", "0", "5000")});
+        MainWindow restarted;
+        restarted.show();
+        QVERIFY(load(restarted, game.path("game.map")));
+        QCOMPARE(restarted.gameData().player(3)[RaceName].text(), QStringLiteral("Robots"));
+        QCOMPARE(restarted.gameData().raceColour(3), chosen);
+        QCOMPARE(restarted.gameData().raceColour(2), GameData().raceColour(2));
+        QVERIFY(countColour(restarted.findChild<RaceSwatch *>(QStringLiteral("RaceC2"))->grab().toImage(),
+                            QColor(64, 200, 72)) > 0);
+        QVERIFY(load(restarted, other.path("game.map")));
+        QCOMPARE(restarted.gameData().raceColour(2), GameData().raceColour(2));
+    }
+
     void dataMenuOpensTheGridAndTheStatistics()
     {
         MainWindow w;
@@ -249,6 +296,7 @@ private slots:
     }
 
 private:
+    IsolatedSettings m_settings;
     RecordingSink m_sink;
 };
 

@@ -1,0 +1,21 @@
+#pragma once
+// Keeps a test's settings (saved race colours) in a folder of its own, away
+// from the user's and from the test's earlier runs. Make one before the
+// first settings are read.
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+class IsolatedSettings {
+public:
+    IsolatedSettings()
+    {
+        if (!m_dir.isValid())
+            qFatal("no folder for the test's settings");
+        for (QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
+            QSettings::setPath(QSettings::NativeFormat, scope, m_dir.path());
+    }
+
+private:
+    QTemporaryDir m_dir;
+};

@@ -1,5 +1,6 @@
 #include "DetailPanel.h"
 
+#include "FigureName.h"
 #include "MainWindowLayout.h"
 #include "RasterSurface.h"
 
@@ -41,13 +42,21 @@ DetailPanel::~DetailPanel() = default;
 
 QLabel *DetailPanel::value(int label, QLabel *captionLabel, QWidget *parent)
 {
+    QLabel *v = figure(label, QString(), parent);
+    captionLabel->setBuddy(v);
+    return v;
+}
+
+QLabel *DetailPanel::figure(int label, const QString &caption, QWidget *parent)
+{
     auto *v = new QLabel(parent);
+    // Names and texts from the game's files are shown as they are, never as markup.
+    v->setTextFormat(Qt::PlainText);
     v->setObjectName(QString::fromLatin1(detailLabelName(label)));
     v->setAccessibleDescription(QString::fromLatin1(detailLabelName(label)));
     v->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (captionLabel)
-        captionLabel->setBuddy(v);
     m_values[size_t(label)] = v;
+    m_figureCaptions[size_t(label)] = caption;
     return v;
 }
 
@@ -70,7 +79,7 @@ QWidget *DetailPanel::planetTab()
         QLabel *c = caption(QString::fromLatin1(rows[r]), tab);
         grid->addWidget(c, 3 + r, 0);
         grid->addWidget(value(current[r], c, tab), 3 + r, 1);
-        grid->addWidget(value(original[r], nullptr, tab), 3 + r, 2);
+        grid->addWidget(figure(original[r], c->text().chopped(1) + QStringLiteral(" Original"), tab), 3 + r, 2);
     }
     grid->setRowStretch(6, 1);
     return tab;
@@ -91,8 +100,8 @@ QWidget *DetailPanel::mineralsTab()
         QLabel *c = caption(QString::fromLatin1(minerals[r]), tab);
         grid->addWidget(c, 1 + r, 0);
         grid->addWidget(value(stored[r], c, tab), 1 + r, 1);
-        grid->addWidget(value(conc[r], nullptr, tab), 1 + r, 2);
-        grid->addWidget(value(mining[r], nullptr, tab), 1 + r, 3);
+        grid->addWidget(figure(conc[r], c->text().chopped(1) + QStringLiteral(" Conc."), tab), 1 + r, 2);
+        grid->addWidget(figure(mining[r], c->text().chopped(1) + QStringLiteral(" Mining"), tab), 1 + r, 3);
     }
     const char *names[2] = {"Pie1", "Pie2"};
     const char *accessible[2] = {"Concentration pie", "Stored minerals pie"};
@@ -141,6 +150,7 @@ QWidget *DetailPanel::habTab()
     for (int i = 0; i < MaxPlayers; ++i) {
         m_raceNames[size_t(i)] = new QLabel(tab);
         m_raceNames[size_t(i)]->setObjectName(QStringLiteral("RName%1").arg(i));
+        m_raceNames[size_t(i)]->setTextFormat(Qt::PlainText);
         m_raceHabs[size_t(i)] = new QLabel(tab);
         m_raceHabs[size_t(i)]->setObjectName(QStringLiteral("RHab%1").arg(i));
         m_raceHabs[size_t(i)]->setAccessibleDescription(QStringLiteral("RHab%1").arg(i));
@@ -155,10 +165,14 @@ QWidget *DetailPanel::habTab()
 
 void DetailPanel::refresh()
 {
-    for (int i = 0; i < DetailLabelCount; ++i)
+    for (int i = 0; i < DetailLabelCount; ++i) {
         m_values[size_t(i)]->setText(m_detail.labels[size_t(i)]);
+        if (!m_figureCaptions[size_t(i)].isEmpty())
+            m_values[size_t(i)]->setAccessibleName(figureName(m_figureCaptions[size_t(i)], m_detail.labels[size_t(i)]));
+    }
     for (int i = 0; i < MaxPlayers; ++i) {
-        m_raceNames[size_t(i)]->setText(m_detail.RName[size_t(i)]);
+        // A label with a buddy takes '&' for a shortcut mark; a race name's is its own.
+        m_raceNames[size_t(i)]->setText(QString(m_detail.RName[size_t(i)]).replace(u'&', QStringLiteral("&&")));
         m_raceHabs[size_t(i)]->setText(m_detail.RHab[size_t(i)]);
     }
     for (size_t i = 0; i < 2; ++i) {

@@ -31,9 +31,13 @@ private:
     QWidget *habTab();
     // A value label named after its field, labelled by `caption`'s label.
     QLabel *value(int label, QLabel *caption, QWidget *parent);
+    // A value under a column heading, beside another row's caption: its
+    // accessible name carries `caption` ("Gravity Original") and the value.
+    QLabel *figure(int label, const QString &caption, QWidget *parent);
 
     PlanetDetail &m_detail;
     std::array<QLabel *, DetailLabelCount> m_values{};
+    std::array<QString, DetailLabelCount> m_figureCaptions; // empty where a buddy labels the value
     std::array<QLabel *, MaxPlayers> m_raceNames{};
     std::array<QLabel *, MaxPlayers> m_raceHabs{};
     std::array<std::shared_ptr<RasterSurface>, 2> m_pieRasters;

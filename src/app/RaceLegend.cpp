@@ -16,7 +16,17 @@ RaceSwatch::RaceSwatch(QWidget *parent) : QAbstractButton(parent)
 void RaceSwatch::setColour(const QColor &colour)
 {
     m_colour = colour;
+    // The colour is what the swatch shows: screen readers get it in words.
+    setAccessibleDescription(QStringLiteral("%1 in red %2, green %3, blue %4")
+                                 .arg(m_race, QString::number(colour.red()), QString::number(colour.green()),
+                                      QString::number(colour.blue())));
     update();
+}
+
+void RaceSwatch::setRace(const QString &race, const QColor &colour)
+{
+    m_race = race;
+    setColour(colour);
 }
 
 void RaceSwatch::paintEvent(QPaintEvent *)
@@ -37,6 +47,7 @@ RaceLegend::RaceLegend(QWidget *parent)
 {
     for (int i = 0; i < 16; ++i) {
         auto *label = new QLabel(parent);
+        label->setTextFormat(Qt::PlainText);
         label->setObjectName(QStringLiteral("Race%1").arg(i));
         label->setFixedSize(150, 18);
         auto *swatch = new RaceSwatch(parent);
@@ -61,8 +72,7 @@ void RaceLegend::show(const GameData &d)
         const QString name = d.player(k)[RaceName].text();
         m_labels[size_t(k - 1)]->setText(name);
         const int32_t c = d.raceColour(k);
-        m_swatches[size_t(k - 1)]->setColour(QColor(redOf(c), greenOf(c), blueOf(c)));
-        m_swatches[size_t(k - 1)]->setAccessibleDescription(name);
+        m_swatches[size_t(k - 1)]->setRace(name, QColor(redOf(c), greenOf(c), blueOf(c)));
         m_swatches[size_t(k - 1)]->setVisible(!name.isEmpty());
     }
 }

@@ -14,12 +14,14 @@ class RaceSwatch : public QAbstractButton {
 public:
     explicit RaceSwatch(QWidget *parent = nullptr);
     void setColour(const QColor &colour);
+    void setRace(const QString &race, const QColor &colour);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QColor m_colour = Qt::black;
+    QString m_race;
 };
 
 class RaceLegend {

@@ -1,6 +1,7 @@
 #include "EmpireStatWindow.h"
 
 #include "EmpireStatistics.h"
+#include "FigureName.h"
 #include "MessageSink.h"
 
 #include <QComboBox>
@@ -17,23 +18,23 @@ struct TotalRow {
     const char *label;
     int field;
     const char *placeholder; // stands in the value until a race is shown
-    const char *name;        // what the value is, for screen readers
-    int average;             // AvgData index, or -1
+    const char *average;     // what the AvgData value is, for screen readers
+    int averageIndex;        // AvgData index, or -1
 };
 
 // The placeholders of the mines, factories and resources rows name the
 // neighbouring row; the row labels say what the values are.
 const TotalRow TotalRows[] = {
-    {"Total Planets:", TotalPlanets, "Total Planets", "Total Planets", -1},
-    {"Major Planets:", MajorPlanets, "Major Planets", "Major Planets", -1},
-    {"Population:", TotalPopulation, "Total Population", "Total Population", 0},
-    {"Mines:", TotalMines, "Total Resources", "Total Mines", 1},
-    {"Factories:", TotalFactories, "Total Mines", "Total Factories", 2},
-    {"Resources:", TotalResources, "Total Factories", "Total Resources", 3},
-    {"Territory:", Territory, "Territory", "Territory", -1},
-    {"Ironium (k):", TotalIron, "Total Iron", "Total Ironium (k)", 4},
-    {"Boranium (k):", TotalBora, "Total Bora", "Total Boranium (k)", 5},
-    {"Germanium (k):", TotalGerm, "Total Germ", "Total Germanium (k)", 6},
+    {"Total Planets:", TotalPlanets, "Total Planets", nullptr, -1},
+    {"Major Planets:", MajorPlanets, "Major Planets", nullptr, -1},
+    {"Population:", TotalPopulation, "Total Population", "Average Population", 0},
+    {"Mines:", TotalMines, "Total Resources", "Average Mines", 1},
+    {"Factories:", TotalFactories, "Total Mines", "Average Factories", 2},
+    {"Resources:", TotalResources, "Total Factories", "Average Resources", 3},
+    {"Territory:", Territory, "Territory", nullptr, -1},
+    {"Ironium (k):", TotalIron, "Total Iron", "Average Ironium (k)", 4},
+    {"Boranium (k):", TotalBora, "Total Bora", "Average Boranium (k)", 5},
+    {"Germanium (k):", TotalGerm, "Total Germ", "Average Germanium (k)", 6},
 };
 
 struct RangeRow {
@@ -55,6 +56,13 @@ QLabel *heading(const char *text)
 }
 
 } // namespace
+
+template <typename Widget>
+void EmpireStatWindow::showFigure(const Figure<Widget> &figure, const QString &text)
+{
+    figure.widget->setText(text);
+    figure.widget->setAccessibleName(figureName(figure.caption, text));
+}
 
 EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(parent), m_data(data)
 {
@@ -80,13 +88,17 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
     totals->addWidget(heading("Average:"), 0, 2);
     int row = 1;
     for (const TotalRow &r : TotalRows) {
-        totals->addWidget(heading(r.label), row, 0);
-        totals->addWidget(addValue(r.field, QString::fromLatin1(r.placeholder), QString::fromLatin1(r.name)), row, 1);
-        if (r.average >= 0) {
-            auto *average = new QLabel(QStringLiteral("Average"));
-            average->setObjectName(QStringLiteral("AvgData%1").arg(r.average));
-            average->setAccessibleName(QStringLiteral("Average ") + QString::fromLatin1(r.name).mid(6));
-            m_averages[size_t(r.average)] = average;
+        // A total is read as itself, labelled by its row's caption.
+        QLabel *caption = heading(r.label);
+        QLabel *total = addValue(r.field, QString::fromLatin1(r.placeholder));
+        caption->setBuddy(total);
+        totals->addWidget(caption, row, 0);
+        totals->addWidget(total, row, 1);
+        if (r.averageIndex >= 0) {
+            auto *average = new QLabel;
+            average->setObjectName(QStringLiteral("AvgData%1").arg(r.averageIndex));
+            m_averages[size_t(r.averageIndex)] = {average, QString::fromLatin1(r.average)};
+            showFigure(m_averages[size_t(r.averageIndex)], QStringLiteral("Average"));
             totals->addWidget(average, row, 2);
         }
         ++row;
@@ -105,15 +117,16 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
         ranges->addWidget(heading(r.label), row, 0);
         for (int side = 0; side < 2; ++side) {
             const int field = r.low + side;
-            auto *value = new QPushButton(QString::fromLatin1(side == 0 ? r.lowPlaceholder : r.highPlaceholder));
+            auto *value = new QPushButton;
             value->setObjectName(QStringLiteral("ShowData%1").arg(field));
-            value->setAccessibleName(axis + (side == 0 ? QStringLiteral(" Low") : QStringLiteral(" High")));
+            m_ranges[size_t(field - MinGrav)] = {value, axis + (side == 0 ? QStringLiteral(" Low") : QStringLiteral(" High"))};
+            showFigure(m_ranges[size_t(field - MinGrav)],
+                       QString::fromLatin1(side == 0 ? r.lowPlaceholder : r.highPlaceholder));
             value->setFlat(true);
             value->setCursor(Qt::PointingHandCursor);
             value->setToolTip(QStringLiteral("Click to change"));
             value->setAutoDefault(false);
             connect(value, &QPushButton::clicked, this, [this, field] { editRange(field); });
-            m_ranges[size_t(field - MinGrav)] = value;
             ranges->addWidget(value, row, 1 + side);
         }
         ++row;
@@ -138,11 +151,10 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
     showRace();
 }
 
-QLabel *EmpireStatWindow::addValue(int index, const QString &placeholder, const QString &name)
+QLabel *EmpireStatWindow::addValue(int index, const QString &placeholder)
 {
     auto *label = new QLabel(placeholder);
     label->setObjectName(QStringLiteral("ShowData%1").arg(index));
-    label->setAccessibleName(name);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_totals[size_t(index)] = label;
     return label;
@@ -157,7 +169,7 @@ QString EmpireStatWindow::shown(int index) const
 
 QString EmpireStatWindow::average(int index) const
 {
-    return m_averages[size_t(index)]->text();
+    return m_averages[size_t(index)].widget->text();
 }
 
 void EmpireStatWindow::showRace()
@@ -170,7 +182,7 @@ void EmpireStatWindow::showRace()
             continue;
         for (int field = MajorPlanets; field <= TotalGerm; ++field) {
             if (field >= MinGrav && field <= MaxRad)
-                rangeValue(field)->setText(race[field].text());
+                showFigure(m_ranges[size_t(field - MinGrav)], race[field].text());
             else
                 m_totals[size_t(field)]->setText(race[field].text());
         }
@@ -180,7 +192,7 @@ void EmpireStatWindow::showRace()
         return;
     const auto averages = empireAverages(m_data.player(m_race));
     for (size_t k = 0; k < averages.size(); ++k)
-        m_averages[k]->setText(averages[k]);
+        showFigure(m_averages[k], averages[k]);
 }
 
 void EmpireStatWindow::editRange(int field)
@@ -192,7 +204,7 @@ void EmpireStatWindow::editRange(int field)
     const QString answer = messageSink().input(this, QStringLiteral("Enter New Value"), prompt, race[field].text());
     switch (applyRangeAnswer(race, field, answer)) {
     case RangeAnswer::Stored:
-        rangeValue(field)->setText(race[field].text());
+        showFigure(m_ranges[size_t(field - MinGrav)], race[field].text());
         break;
     case RangeAnswer::Refused:
         messageSink().information(this, rangeRefusedMessage());

@@ -26,7 +26,7 @@ public:
     // The caption of AvgData(index), 0..6.
     QString average(int index) const;
     // The clickable value of a bound, MinGrav..MaxRad.
-    QPushButton *rangeValue(int field) const { return m_ranges[size_t(field - MinGrav)]; }
+    QPushButton *rangeValue(int field) const { return m_ranges[size_t(field - MinGrav)].widget; }
     int shownRace() const { return m_race; }
 
     // Shows the race named in the race list, if any.
@@ -35,13 +35,22 @@ public:
     void editRange(int field);
 
 private:
-    QLabel *addValue(int index, const QString &placeholder, const QString &name);
+    // A value that shares its caption with others in its table's row: the
+    // averages under "Average:", the bounds under "Low:" and "High:".
+    template <typename Widget>
+    struct Figure {
+        Widget *widget = nullptr;
+        QString caption; // for screen readers: "Average Population", "Gravity Low"
+    };
+    template <typename Widget>
+    static void showFigure(const Figure<Widget> &figure, const QString &text);
+    QLabel *addValue(int index, const QString &placeholder);
 
     GameData &m_data;
     QComboBox *m_combo = nullptr;
     std::array<QLabel *, PlayerFieldCount + 1> m_totals{}; // by field number; 2..7, 14..17
-    std::array<QPushButton *, 6> m_ranges{};               // MinGrav..MaxRad
-    std::array<QLabel *, 7> m_averages{};
+    std::array<Figure<QPushButton>, 6> m_ranges{}; // MinGrav..MaxRad
+    std::array<Figure<QLabel>, 7> m_averages{};
     // The race column shown; 0 until a race has been shown.
     uint8_t m_race = 0;
 };

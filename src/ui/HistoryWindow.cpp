@@ -1,5 +1,6 @@
 #include "HistoryWindow.h"
 
+#include "FigureName.h"
 #include "LayerNames.h"
 #include "LoadError.h"
 #include "MessageSink.h"
@@ -119,7 +120,7 @@ void HistoryWindow::startLoading(const QString &folder)
     try {
         snapshots = snapshotsInFolder(folder);
     } catch (const SnapshotError &e) {
-        m_map->setText(e.message);
+        showMapText(e.message);
         m_progress->hide();
         // Shown once the window is up, so that the message has its parent.
         QTimer::singleShot(0, this, [this, message = e.message] {
@@ -128,7 +129,7 @@ void HistoryWindow::startLoading(const QString &folder)
         });
         return;
     }
-    m_map->setText(QStringLiteral("Loading %1 turns...").arg(snapshots.size()));
+    showMapText(QStringLiteral("Loading %1 turns...").arg(snapshots.size()));
     m_progress->setRange(0, int(snapshots.size()));
     m_progress->setValue(0);
     connect(&m_loading, &QFutureWatcher<Loaded>::finished, this, &HistoryWindow::loadingDone);
@@ -153,7 +154,7 @@ void HistoryWindow::loadingDone()
     m_progress->hide();
     Loaded loaded = m_loading.result();
     if (!loaded.failure.isEmpty()) {
-        m_map->setText(loaded.failure);
+        showMapText(loaded.failure);
         showMessage(this, loaded.failure);
         emit loadingFinished();
         return;
@@ -187,6 +188,7 @@ void HistoryWindow::showTurn()
         return;
     const int turn = m_slider->value();
     m_yearLabel->setText(QString::number(m_history->year(turn)));
+    m_yearLabel->setAccessibleName(figureName(QStringLiteral("Year shown"), m_yearLabel->text()));
     QImage &frame = m_frames[size_t(turn)];
     if (frame.isNull()) {
         const int legendWidth = m_history->layout(SmallestMap).panel().width();
@@ -195,6 +197,14 @@ void HistoryWindow::showTurn()
         frame = m_history->drawFrame(turn, pressedLayers(), m_history->layout(side), quiet);
     }
     m_map->setPixmap(QPixmap::fromImage(frame));
+    m_map->setAccessibleName(QStringLiteral("Map"));
+}
+
+// A note in place of the map, which screen readers read with the map's name.
+void HistoryWindow::showMapText(const QString &text)
+{
+    m_map->setText(text);
+    m_map->setAccessibleName(figureName(QStringLiteral("Map"), text));
 }
 
 void HistoryWindow::togglePlay()

@@ -55,6 +55,7 @@ private:
     void startLoading(const QString &folder);
     void loadingDone();
     void showTurn();
+    void showMapText(const QString &text);
     void redrawAll();
     void togglePlay();
     OverlayButtons pressedLayers() const;

@@ -2,6 +2,9 @@
 
 #include <QPainter>
 #include <QPushButton>
+#include <QStringList>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -47,24 +50,25 @@ struct Cell {
     const char *text;
     QColor colour;
     int diameter;
+    const char *colourName; // the colour in words, for screen readers
 };
 
 // Columns of both tables are 945 twips wide; each text box is 750 wide and
 // its circle is centred under it.
 const Cell HabCells[] = {
-    {1575, "-45%", QColor(255, 0, 0), 435},
-    {2520, "-20%", QColor(255, 0, 0), 345},
-    {3465, "-10% to -1%", QColor(255, 0, 255), 300},
-    {4410, "0% to 10%", QColor(255, 255, 0), 300},
-    {5355, "45%", QColor(0, 255, 0), 435},
+    {1575, "-45%", QColor(255, 0, 0), 435, "large red disc"},
+    {2520, "-20%", QColor(255, 0, 0), 345, "red disc"},
+    {3465, "-10% to -1%", QColor(255, 0, 255), 300, "small magenta disc"},
+    {4410, "0% to 10%", QColor(255, 255, 0), 300, "small yellow disc"},
+    {5355, "45%", QColor(0, 255, 0), 435, "large green disc"},
 };
 
 const Cell GrowthCells[] = {
-    {1575, "High Death", QColor(0, 0, 255), 345},
-    {2520, "Low Death", QColor(255, 0, 255), 345},
-    {3465, "Low Growth", QColor(255, 0, 0), 345},
-    {4410, "Average Growth", QColor(255, 128, 0), 345},
-    {5355, "High Growth", QColor(0, 255, 0), 345},
+    {1575, "High Death", QColor(0, 0, 255), 345, "blue"},
+    {2520, "Low Death", QColor(255, 0, 255), 345, "magenta"},
+    {3465, "Low Growth", QColor(255, 0, 0), 345, "red"},
+    {4410, "Average Growth", QColor(255, 128, 0), 345, "orange"},
+    {5355, "High Growth", QColor(0, 255, 0), 345, "green"},
 };
 
 constexpr int CellTextWidth = 750;
@@ -92,6 +96,23 @@ void label(QPainter &p, const QRectF &b, const QString &text, Qt::Alignment alig
     p.drawText(b, int(align | Qt::AlignTop) | Qt::TextWordWrap | Qt::TextDontClip, text);
 }
 
+static_assert(std::size(HabCells) == std::size(GrowthCells));
+
+// The picture in words: what each shape and colour of the map means.
+QString keyInWords()
+{
+    QStringList parts;
+    for (const auto &[title, cells] : {std::pair{"Hab Ranges", HabCells}, std::pair{"Growth", GrowthCells}}) {
+        QStringList entries;
+        for (size_t i = 0; i < std::size(HabCells); ++i)
+            entries << QStringLiteral("%1 %2").arg(QString::fromLatin1(cells[i].colourName), QString::fromLatin1(cells[i].text));
+        parts << QString::fromLatin1(title) + QStringLiteral(": ") + entries.join(QStringLiteral(", "));
+    }
+    parts << QStringLiteral("Planet with a Starbase or Orbital Fort: teal disc in a yellow ring")
+          << QStringLiteral("Boundary for a Race: disc of teal cross hatching");
+    return parts.join(QStringLiteral(". ")) + u'.';
+}
+
 } // namespace
 
 LegendWindow::LegendWindow(QWidget *parent) : QDialog(parent)
@@ -99,6 +120,8 @@ LegendWindow::LegendWindow(QWidget *parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("Key"));
     setModal(true);
     setFixedSize(qRound(pixels(WidthTwips)), qRound(pixels(HeightTwips)));
+    // Everything else is painted, out of screen readers' reach.
+    setAccessibleDescription(keyInWords());
 
     m_ok = new QPushButton(QStringLiteral("OK"), this);
     m_ok->setObjectName(QStringLiteral("Command1"));

@@ -21,8 +21,19 @@ for _ in $(seq 200); do
 done
 [ -s "$scratch/display" ] || { echo "Xvfb did not start" >&2; exit 1; }
 
-export DISPLAY=":$(cat "$scratch/display")" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb
+# The program's settings (saved race colours) start empty, away from the user's.
+export DISPLAY=":$(cat "$scratch/display")" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb \
+  XDG_CONFIG_HOME="$scratch/config"
+# The program must find the accessibility bus up when it starts, or it never
+# joins it: wait until the bus answers, not for a guessed time.
 dbus-run-session -- bash -c '
+  set -euo pipefail
   /usr/libexec/at-spi-bus-launcher --launch-immediately &
-  sleep 1
+  for _ in $(seq 200); do
+    dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus \
+      org.a11y.Bus.GetAddress >/dev/null 2>&1 && break
+    sleep 0.05
+  done
+  dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus \
+    org.a11y.Bus.GetAddress >/dev/null || { echo "no accessibility bus" >&2; exit 1; }
   /usr/bin/python3 "$0" "$@"' "$here/drive_sample.py" "$@"

@@ -2,8 +2,10 @@
 // the floating rubber band and zoom square, the zoom by two clicks, and
 // the controls as the accessibility interface sees them.
 
+#include "AccessibleText.h"
 #include "AnnotationToolBox.h"
 #include "DetailPanel.h"
+#include "IsolatedSettings.h"
 #include "MainWindow.h"
 #include "MapCanvasWidget.h"
 #include "OpenFileDialog.h"
@@ -21,6 +23,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 #include <QToolButton>
 
@@ -97,6 +100,13 @@ private slots:
         QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(p[X].val(), p[Y].val()));
         QCOMPARE(s.label("PlanetName"), name);
         QVERIFY(s.label("RHab0").endsWith('%'));
+        // Screen readers read each value with its caption, or its row's and column's.
+        auto panel = [&s](const char *name) { return readOut(s.w.findChild<QLabel *>(QLatin1String(name))); };
+        QCOMPARE(panel("PlanetName"), "Planet: " + name);
+        QVERIFY(!s.label("Grav2").isEmpty() && !s.label("IronMCT").isEmpty());
+        QCOMPARE(panel("Grav2"), "Gravity Original: " + s.label("Grav2"));
+        QCOMPARE(panel("IronMCT"), "Ironium Conc.: " + s.label("IronMCT"));
+        QCOMPARE(panel("RHab0"), s.label("RName0") + ' ' + s.label("RHab0"));
         QVERIFY(m_sink.messages.isEmpty());
 
         // A planet never reported has no gravity: each click scores it
@@ -164,6 +174,40 @@ private slots:
         QVERIFY(!s.w.overlayBar()->button(ZoomInButton)->isChecked());
     }
 
+    // Escape gives up a half-made zoom: the picture, the view and the
+    // square on screen are as before, and every button is back.
+    void escapeGivesUpTheZoom()
+    {
+        SampleWindow s;
+        const QImage before = s.w.raster().image();
+        const double scale = s.w.gameData().Scale;
+        QTest::mouseClick(s.w.overlayBar()->button(ZoomInButton), Qt::LeftButton);
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(100, 100));
+        hover(s.map(), QPoint(300, 120));
+        QVERIFY(!s.w.overlayBar()->button(BordersButton)->isEnabled());
+        // Across the square's top edge, as the screen shows it and as the picture has it.
+        const auto column = [](const QImage &image, QPoint at) {
+            QList<QColor> colours;
+            for (int dy = -2; dy <= 2; ++dy)
+                colours << image.pixelColor(at + QPoint(0, dy));
+            return colours;
+        };
+        const auto onScreen = [&] {
+            return column(s.w.screen()->grabWindow(s.w.winId()).toImage(), s.map()->mapTo(&s.w, QPoint(200, 100)));
+        };
+        const QList<QColor> picture = column(before, QPoint(200, 100));
+        QTRY_VERIFY(onScreen() != picture);
+        QTest::keyClick(s.map(), Qt::Key_Escape);
+        QCOMPARE(s.w.raster().image(), before);
+        QCOMPARE(s.w.gameData().Scale, scale);
+        QCOMPARE(QList<int>({s.w.gameData().OriginX, s.w.gameData().OriginY}), QList<int>({0, 0}));
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(s.w.overlayBar()->button(i)->isEnabled());
+        QVERIFY(!s.w.overlayBar()->button(ZoomInButton)->isChecked());
+        QTRY_COMPARE(onScreen(), picture);
+        QVERIFY(m_sink.messages.isEmpty());
+    }
+
     // Every control is named for screen readers, and an overlay button's
     // toggle action redraws as a click does.
     void accessibleControls()
@@ -194,6 +238,7 @@ private slots:
     }
 
 private:
+    IsolatedSettings m_settings;
     RecordingSink m_sink;
 };
 

@@ -2,6 +2,7 @@
 // offscreen: heading clicks, copying, the minimum size, the range prompts
 // and their refusal, the colour editor's OK rule, and accessible names.
 
+#include "AccessibleText.h"
 #include "EmpireStatWindow.h"
 #include "PlanetGridWindow.h"
 #include "RaceColourWindow.h"
@@ -10,13 +11,17 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
+#include <QApplication>
 #include <QGuiApplication>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTableView>
 #include <QTest>
+#include <QToolTip>
 
 namespace {
 
@@ -98,10 +103,28 @@ private slots:
         QCOMPARE(w.table()->horizontalHeader()->sectionSize(3), 83); // 1250 twips
         verifyAccessibleNames(w);
 
+        // Not sorted yet: no heading marked. The arrow and the screen
+        // reader's description follow the column sorted last.
+        QHeaderView *heading = w.table()->horizontalHeader();
+        QCOMPARE(heading->sortIndicatorSection(), -1);
         clickHeading(w, 3, Qt::RightButton); // names descending, ignoring case
         QCOMPARE(shownNumbers(w), (QList<int>{3, 1, 2}));
+        QCOMPARE(heading->sortIndicatorSection(), 3);
+        QCOMPARE(heading->sortIndicatorOrder(), Qt::DescendingOrder);
+        QCOMPARE(w.model().headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), QStringLiteral("Sorted descending"));
         clickHeading(w, 7, Qt::LeftButton); // population ascending, by number
         QCOMPARE(shownNumbers(w), (QList<int>{2, 3, 1}));
+        QCOMPARE(heading->sortIndicatorSection(), 7);
+        QCOMPARE(heading->sortIndicatorOrder(), Qt::AscendingOrder);
+        QCOMPARE(w.model().headerData(7, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), QStringLiteral("Sorted ascending"));
+        QVERIFY(!w.model().headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole).isValid());
+        QVERIFY(heading->isSortIndicatorShown());
+
+        // Every heading says which button sorts which way.
+        const QPoint on(heading->sectionViewportPosition(5) + 4, heading->height() / 2);
+        QHelpEvent help(QEvent::ToolTip, on, heading->viewport()->mapToGlobal(on));
+        QApplication::sendEvent(heading->viewport(), &help);
+        QCOMPARE(QToolTip::text(), QStringLiteral("Left click sorts ascending, right click descending"));
         clickHeading(w, 7, Qt::MiddleButton);
         QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
         // A click on the planet rows never sorts.
@@ -118,6 +141,10 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("beta\t\ngamma\tVorn\nAlpha\t\n"));
         clickHeading(w, 3, Qt::LeftButton);
         QCOMPARE(w.selectedText(), QStringLiteral("Alpha\t\nbeta\t\ngamma\tVorn\n"));
+
+        // A fresh snapshot is in table order again.
+        w.fill(twoRaces());
+        QCOMPARE(heading->sortIndicatorSection(), -1);
     }
 
     void gridSpringsBackToItsMinimum()
@@ -138,12 +165,20 @@ private slots:
         QCOMPARE(w.raceList()->currentText(), QStringLiteral("Vorn"));
         QCOMPARE(w.shown(TotalMines), QStringLiteral("7"));
         QCOMPARE(w.average(0), QStringLiteral("197"));
+        // Screen readers read every figure with its caption.
+        const std::pair<const char *, const char *> spoken[] = {
+            {"ShowData3", "Total Planets: 2"}, {"ShowData4", "Population: 395"}, {"ShowData5", "Mines: 7"},
+            {"AvgData0", "Average Population: 197"}, {"AvgData1", "Average Mines: 3"},
+            {"ShowData8", "Gravity Low: 0.5"}, {"ShowData9", "Gravity High: 2"}};
+        for (const auto &[name, text] : spoken)
+            QCOMPARE(readOut(w.findChild<QWidget *>(QLatin1String(name))), QString::fromLatin1(text));
 
         m_sink.inputs = QStringList{"0.125", "8.01"};
         w.rangeValue(MinGrav)->click();
         QCOMPARE(m_sink.messages, QStringList{"Enter New Value|Enter New Minimum Gravity Value for Vorn|0.5"});
         QCOMPARE(d.player(2)[MinGrav].val(), 0.12);
         QCOMPARE(w.shown(MinGrav), QStringLiteral("0.12"));
+        QCOMPARE(readOut(w.rangeValue(MinGrav)), QStringLiteral("Gravity Low: 0.12"));
         w.rangeValue(MaxGrav)->click();
         QCOMPARE(m_sink.messages.last(), QStringLiteral("New Value either exceeds minimum or maximum allowed"));
         QCOMPARE(w.shown(MaxGrav), QStringLiteral("2"));
@@ -168,17 +203,23 @@ private slots:
 
     void colourEditorOkNeedsABrightColour()
     {
-        GameData d;
+        GameData d = twoRaces();
+        d.player(3)[RaceName] = Value(u"Sirians");
         RaceColourWindow w(d);
         verifyAccessibleNames(w);
         w.openFor(2); // blue
+        QCOMPARE(w.raceShown()->text(), QStringLiteral("Colour of Sirians"));
         QCOMPARE(w.slider(2)->value(), 255);
+        QVERIFY(!w.tooDarkNote()->isVisibleTo(&w));
         w.slider(0)->setValue(63);
         w.slider(1)->setValue(64);
         w.slider(2)->setValue(64);
         QVERIFY(!w.okButton()->isEnabled()); // 191
+        QVERIFY(w.tooDarkNote()->isVisibleTo(&w));
+        QCOMPARE(w.tooDarkNote()->text(), QStringLiteral("Too dark for the black map: red + green + blue must reach 192"));
         w.slider(0)->setValue(64);
         QVERIFY(w.okButton()->isEnabled()); // 192
+        QVERIFY(!w.tooDarkNote()->isVisibleTo(&w));
 
         // The colour through black hatching, inside the circle only.
         const QImage picture = w.preview()->grab().toImage();

@@ -3,6 +3,7 @@
 // toggle redrawing the map, names for every control, and the message for a
 // folder without turns.
 
+#include "AccessibleText.h"
 #include "GameGenerator.h"
 #include "HistoryWindow.h"
 #include "RecordingSink.h"
@@ -46,7 +47,9 @@ private slots:
         HistoryWindow w(m_dir.path(), OverlayButtons{});
         QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
         w.show();
-        QVERIFY(loaded.wait(20000));
+        // The arrows are the window's shortcuts: they act only in the active window.
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000); // may have come while waiting above
         QVERIFY(w.isLoaded());
         QVERIFY(m_sink.messages.isEmpty());
         // No button pressed in the main window: the usual three layers.
@@ -56,6 +59,7 @@ private slots:
 
         QCOMPARE(w.yearSlider()->maximum(), 3);
         QCOMPARE(w.year(), LastYear - 3);
+        QVERIFY(accessibleNames(&w).contains(QStringLiteral("Year shown: %1").arg(LastYear - 3)));
         const QImage first = shown(w);
         QTest::keyClick(&w, Qt::Key_Right);
         QCOMPARE(w.year(), LastYear - 2);
@@ -74,7 +78,7 @@ private slots:
 
         QTest::mouseClick(w.playButton(), Qt::LeftButton);
         QCOMPARE(w.playButton()->text(), QString("Pause"));
-        QTRY_COMPARE_WITH_TIMEOUT(w.year(), LastYear - 3, 3000);
+        QTRY_COMPARE_WITH_TIMEOUT(w.year(), LastYear - 3, 10000); // one step of 700 ms, on a busy machine
         QTest::mouseClick(w.playButton(), Qt::LeftButton);
         QCOMPARE(w.playButton()->text(), QString("Play"));
     }
@@ -100,10 +104,12 @@ private slots:
         HistoryWindow w(empty.path(), OverlayButtons{});
         QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
         w.show();
-        QVERIFY(loaded.wait(5000));
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
         QVERIFY(!w.isLoaded());
         QCOMPARE(m_sink.messages.size(), 1);
         QVERIFY2(m_sink.messages.first().contains("no turns here"), qPrintable(m_sink.messages.first()));
+        QCOMPARE(readOut(w.mapLabel()), "Map: " + w.mapLabel()->text());
         QTest::keyClick(&w, Qt::Key_Right);
         QCOMPARE(w.year(), 0);
     }

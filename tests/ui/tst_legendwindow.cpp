@@ -55,6 +55,11 @@ private slots:
         QVERIFY(countColour(image, inside, 0x000000) > 200);
         QCOMPARE(at(image, 3120, 2805), 0x000000u);
 
+        // Screen readers get the painted picture in words.
+        for (const char *text : {"Hab Ranges: large red disc -45%", "small yellow disc 0% to 10%", "Growth: blue High Death",
+                                 "orange Average Growth", "Planet with a Starbase or Orbital Fort", "Boundary for a Race"})
+            QVERIFY2(legend.accessibleDescription().contains(QLatin1String(text)), text);
+
         // The texts are drawn in white.
         QVERIFY(countColour(image, QRect(12, 33, 78, 41), 0xFFFFFF) > 20); // "Hab Ranges"
         QVERIFY(countColour(image, QRect(315, 192, 82, 28), 0xFFFFFF) > 20); // "Boundary for a Race"

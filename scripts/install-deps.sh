@@ -7,16 +7,20 @@ set -euo pipefail
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
 # giflib (libgif-dev) writes the animations of veltro-cli history.
+# The command-line tests run veltro-cli under de_DE.UTF-8 (locales), where a
+# decimal comma would show.
 packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
-          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
+          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon locales)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
 
 sudo=""
 [ "$(id -u)" -ne 0 ] && sudo="sudo"
-echo "Installing: ${missing[*]}"
-$sudo apt-get update -qq
-DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "Installing: ${missing[*]}"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+locale -a | grep -qix 'de_DE.utf8' || $sudo localedef -i de_DE -f UTF-8 de_DE.UTF-8

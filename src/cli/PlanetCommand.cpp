@@ -11,7 +11,6 @@
 #include <QJsonObject>
 #include <QTextStream>
 #include <charconv>
-#include <cstdlib>
 
 namespace {
 
@@ -23,13 +22,15 @@ public:
     void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
 };
 
-// A float as the trace writes it: its shortest decimal text.
+// A float as the trace writes it: its shortest decimal text. Read back
+// without the user's locale, whose decimal comma would cut it at the point.
 QJsonValue floatValue(float f)
 {
     char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer - 1, f).ptr;
-    *end = '\0';
-    return QJsonValue(std::strtod(buffer, nullptr));
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, f).ptr;
+    double value = 0;
+    std::from_chars(buffer, end, value);
+    return QJsonValue(value);
 }
 
 QJsonValue textOrNull(bool pointer, const QString &text)

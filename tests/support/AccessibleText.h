@@ -1,27 +1,10 @@
 #pragma once
-// What screen readers can read of a window: every name in its accessible
-// tree, and what is read for one widget (the captions that label it, then
-// its own name).
+// What a screen reader reads for a widget: the captions that label it,
+// then its own name.
 
 #include <QAccessible>
 #include <QStringList>
 #include <QWidget>
-
-inline void collectAccessibleNames(QAccessibleInterface *node, QStringList &names)
-{
-    if (!node)
-        return;
-    names << node->text(QAccessible::Name);
-    for (int i = 0; i < node->childCount(); ++i)
-        collectAccessibleNames(node->child(i), names);
-}
-
-inline QStringList accessibleNames(QWidget *window)
-{
-    QStringList names;
-    collectAccessibleNames(QAccessible::queryAccessibleInterface(window), names);
-    return names;
-}
 
 inline QString readOut(QWidget *widget)
 {

@@ -3,6 +3,8 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <locale>
+#include <stdexcept>
 
 struct CliRun {
     int status = -1; // -1: the program crashed
@@ -10,9 +12,21 @@ struct CliRun {
     QString err;
 };
 
-// With a German locale where installed, so that a decimal comma would show.
+// Under a German locale, so that a decimal comma would show. Without the
+// locale the program would run in C's and no comma could show: that fails
+// here rather than passing unchecked.
 inline CliRun runCli(const QStringList &arguments)
 {
+    static const bool german = [] {
+        try {
+            std::locale("de_DE.UTF-8");
+            return true;
+        } catch (const std::runtime_error &) {
+            return false;
+        }
+    }();
+    if (!german)
+        qFatal("the de_DE.UTF-8 locale is not installed (scripts/install-deps.sh makes it)");
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LC_ALL", "de_DE.UTF-8");

@@ -2,6 +2,7 @@
 
 #include "EmpireStatistics.h"
 #include "MessageSink.h"
+#include "ScreenFit.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -136,6 +137,7 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
     m_combo->setCurrentIndex(m_combo->findText(m_data.OwnRaceName, Qt::MatchExactly | Qt::MatchCaseSensitive));
     connect(m_combo, &QComboBox::currentTextChanged, this, &EmpireStatWindow::showRace);
     showRace();
+    keepHeightForWidth(this);
 }
 
 QLabel *EmpireStatWindow::addValue(int index, const QString &placeholder, const QString &name)

@@ -1,7 +1,7 @@
 // Every window opens within the screen's available area, keeps a minimum
 // size, and at any size above it shows no control over another or cut off;
 // whatever takes the focus shows it; the main window's map shows whole,
-// covered by nothing. Run on a screen
+// covered by nothing, drawn at the screen's device pixels. Run on a screen
 // given by VELTRO_TEST_SCREEN ("1024x768@1": logical size, device pixel ratio).
 
 #include "AboutDialog.h"
@@ -17,6 +17,7 @@
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
 #include "PlanetGridWindow.h"
+#include "RasterSurface.h"
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
 #include "ThanksDialog.h"
@@ -108,6 +109,9 @@ private slots:
         QCOMPARE(widgetsOver(map).join(", "), QString());
         QCOMPARE(map->visibleRegion(), QRegion(map->rect()));
         QVERIFY(available().contains(QRect(map->mapToGlobal(QPoint(0, 0)), map->size())));
+        // Drawn at the screen's device pixels, not scaled up.
+        QCOMPARE(w.raster().pixels(), map->width());
+        QCOMPARE(w.raster().image().width(), qRound(map->width() * w.devicePixelRatioF()));
         // Below the menu bar by the rule's 560 twips.
         QCOMPARE(map->mapTo(&w, QPoint(0, 0)).y() - w.centralWidget()->y(), 37);
         for (int tab = 0; tab < w.detailPanel()->count(); ++tab) {

@@ -147,6 +147,9 @@ QWidget *DetailPanel::habTab()
     auto *tab = new QWidget(this);
     auto *grid = new QGridLayout(tab);
     grid->setVerticalSpacing(2);
+    // Two columns of eight races, down the first and then the second: the
+    // page is no taller than the others.
+    constexpr int Rows = MaxPlayers / 2;
     for (int i = 0; i < MaxPlayers; ++i) {
         m_raceNames[size_t(i)] = new QLabel(tab);
         m_raceNames[size_t(i)]->setObjectName(QStringLiteral("RName%1").arg(i));
@@ -155,11 +158,13 @@ QWidget *DetailPanel::habTab()
         m_raceHabs[size_t(i)]->setObjectName(QStringLiteral("RHab%1").arg(i));
         m_raceHabs[size_t(i)]->setAccessibleDescription(QStringLiteral("RHab%1").arg(i));
         m_raceNames[size_t(i)]->setBuddy(m_raceHabs[size_t(i)]);
-        grid->addWidget(m_raceNames[size_t(i)], i, 0);
-        grid->addWidget(m_raceHabs[size_t(i)], i, 1);
+        grid->addWidget(m_raceNames[size_t(i)], i % Rows, 3 * (i / Rows));
+        grid->addWidget(m_raceHabs[size_t(i)], i % Rows, 3 * (i / Rows) + 1);
     }
+    grid->setColumnMinimumWidth(2, 8);
     grid->setColumnStretch(0, 1);
-    grid->setRowStretch(MaxPlayers, 1);
+    grid->setColumnStretch(3, 1);
+    grid->setRowStretch(Rows, 1);
     return tab;
 }
 

@@ -6,6 +6,7 @@
 #include "DetailPanel.h"
 #include "EmpireStatWindow.h"
 #include "EstHabOverlay.h"
+#include "FocusMarkStyle.h"
 #include "HistoryWindow.h"
 #include "LegendWindow.h"
 #include "LoadError.h"
@@ -22,6 +23,7 @@
 #include "RaceColourWindow.h"
 #include "RaceLegend.h"
 #include "RasterSurface.h"
+#include "ScreenFit.h"
 #include "StargateOverlay.h"
 #include "StarsSettings.h"
 #include "TerraformOverlay.h"
@@ -37,8 +39,23 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
+#include <QVBoxLayout>
 
 namespace {
+
+// The title bar the rule's outer height counts, where the window system
+// tells none.
+constexpr int AssumedTitleBar = 30;
+// Where the strip of buttons above the map starts.
+constexpr int StripLeft = 4;
+// The panel column's width where the window leaves room.
+constexpr int PreferredColumnWidth = 320;
+// The client area's least height: the legend's sixteen rows beside the map.
+constexpr int LeastClientHeight = 37 + RaceLegend::height() + 6;
+// The window's size where the screen has room.
+constexpr QSize PreferredSize(1280, 860);
 
 QString startCaption()
 {
@@ -54,13 +71,15 @@ MainWindow::MainWindow(QWidget *parent)
     m_canvas.addSurface(m_raster);
     m_redraw = std::make_unique<MapRedraw>(m_data, m_canvas, m_buttons, m_zoom, static_cast<RedrawHost &>(*this));
     m_data.StartDir = initialStartDir();
+    useFocusMarks();
 
     setWindowTitle(startCaption());
     createMenus();
     createControls();
     m_buttons.onChange = [this](int i) { m_overlayBar->mirror(i); };
     m_buttons.onClick = [this](int) { runRedraw(); };
-    resize(1280, 860);
+    setMinimumSize(leastSize());
+    resize(openingSize());
 }
 
 MainWindow::~MainWindow() = default;
@@ -69,11 +88,13 @@ void MainWindow::createMenus()
 {
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     file->setObjectName(QStringLiteral("mnuFile"));
-    QAction *load = file->addAction(QStringLiteral("Load Data"), this, &MainWindow::loadData);
+    QAction *load = file->addAction(QStringLiteral("&Load Data"), this, &MainWindow::loadData);
     load->setObjectName(QStringLiteral("mnuMap"));
-    QAction *save = file->addAction(QStringLiteral("Save Map"), this, &MainWindow::saveMap);
+    load->setShortcut(QKeySequence::Open);
+    QAction *save = file->addAction(QStringLiteral("&Save Map"), this, &MainWindow::saveMap);
     save->setObjectName(QStringLiteral("mnuSave"));
-    file->addAction(QStringLiteral("History\u2026"), this, &MainWindow::openHistory)
+    save->setShortcut(QKeySequence::Save);
+    file->addAction(QStringLiteral("&History\u2026"), this, &MainWindow::openHistory)
         ->setObjectName(QStringLiteral("mnuHistory"));
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
@@ -83,19 +104,19 @@ void MainWindow::createMenus()
     m_overlaysMenu->setObjectName(QStringLiteral("mnuOver"));
     m_overlaysMenu->setEnabled(false);
     // Menu overlays draw over the picture as it stands; the next redraw removes them.
-    addOverlay(QStringLiteral("mnuNames"), QStringLiteral("Show Names"), [this] { drawPlanetNames(m_data, m_canvas); });
-    addOverlay(QStringLiteral("mnuIron"), QStringLiteral("Ironium Concentration"),
+    addOverlay(QStringLiteral("mnuNames"), QStringLiteral("Show &Names"), [this] { drawPlanetNames(m_data, m_canvas); });
+    addOverlay(QStringLiteral("mnuIron"), QStringLiteral("&Ironium Concentration"),
                [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Ironium); });
-    addOverlay(QStringLiteral("mnuBora"), QStringLiteral("Boranium Concentration"),
+    addOverlay(QStringLiteral("mnuBora"), QStringLiteral("&Boranium Concentration"),
                [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Boranium); });
-    addOverlay(QStringLiteral("mnuGerm"), QStringLiteral("Germanium Concentration"),
+    addOverlay(QStringLiteral("mnuGerm"), QStringLiteral("&Germanium Concentration"),
                [this] { drawMineralConcentration(m_data, m_canvas, Mineral::Germanium); });
-    addOverlay(QStringLiteral("MnuAvgMC"), QStringLiteral("Average Mineral MC"),
+    addOverlay(QStringLiteral("MnuAvgMC"), QStringLiteral("&Average Mineral MC"),
                [this] { drawAverageMineralConcentration(m_data, m_canvas); });
-    addOverlay(QStringLiteral("mnuAge"), QStringLiteral("Report Age"), [this] { drawReportAge(m_data, m_canvas); });
-    m_terraAction = addOverlay(QStringLiteral("mnuTerra"), QStringLiteral("Value after Terraforming"),
+    addOverlay(QStringLiteral("mnuAge"), QStringLiteral("&Report Age"), [this] { drawReportAge(m_data, m_canvas); });
+    m_terraAction = addOverlay(QStringLiteral("mnuTerra"), QStringLiteral("&Value after Terraforming"),
                                [this] { drawTerraformedValues(m_data, m_canvas); });
-    m_stargateAction = addOverlay(QStringLiteral("mnuStarGate"), QStringLiteral("Stargate Network"), [this] {
+    m_stargateAction = addOverlay(QStringLiteral("mnuStarGate"), QStringLiteral("&Stargate Network"), [this] {
         const bool safeOnly =
             messageSink().question(this, QStringLiteral("Stargate Network"), QStringLiteral("Show Safe gating distance only?"));
         drawStargateNetwork(m_data, m_canvas, safeOnly);
@@ -116,11 +137,13 @@ void MainWindow::createMenus()
     help->setObjectName(QStringLiteral("mnuHelp"));
     help->addAction(QStringLiteral("&About"), this, [this] { AboutDialog(this).exec(); })
         ->setObjectName(QStringLiteral("mnuAbout"));
-    help->addAction(QStringLiteral("&Key"), this, [this] {
-            if (!m_key)
-                m_key = new LegendWindow(this);
-            m_key->exec();
-        })->setObjectName(QStringLiteral("mnuKey"));
+    QAction *key = help->addAction(QStringLiteral("&Key"), this, [this] {
+        if (!m_key)
+            m_key = new LegendWindow(this);
+        m_key->exec();
+    });
+    key->setObjectName(QStringLiteral("mnuKey"));
+    key->setShortcut(QKeySequence(Qt::Key_F1));
     help->addAction(QStringLiteral("&Thanks to..."), this, [this] { ThanksDialog(this).exec(); })
         ->setObjectName(QStringLiteral("mnuThanks"));
 }
@@ -145,10 +168,20 @@ void MainWindow::runOverlay(const std::function<void()> &draw)
 
 void MainWindow::createControls()
 {
-    m_client = new QWidget(this);
-    setCentralWidget(m_client);
+    // The client area scrolls when the window is too narrow for the map
+    // (sized by the height), the panel and the legend side by side.
+    m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("ClientArea"));
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidgetResizable(false);
+    setCentralWidget(m_scroll);
+    m_client = new QWidget;
+    m_scroll->setWidget(m_client);
 
-    m_universe = new MapCanvasWidget(*m_raster, m_annotations.rubberLine(), m_zoomTool.box(), m_client);
+    // Created in the order Tab visits them: the map's controls above it,
+    // the legend's colours, the panel, the drawing tools.
+    m_universe = new MapCanvasWidget(*m_raster, m_annotations.rubberLine(), m_zoomTool.box(), m_pointer.marker, m_client);
     m_universe->setObjectName(QStringLiteral("Universe"));
     connect(m_universe, &MapCanvasWidget::pointerMoved, this, &MainWindow::pointerMoved);
     connect(m_universe, &MapCanvasWidget::pressed, this, &MainWindow::mapPressed);
@@ -160,7 +193,6 @@ void MainWindow::createControls()
     });
 
     m_overlayBar = new OverlayButtonBar(m_buttons, m_client);
-    m_overlayBar->move(4, 2);
     connect(m_overlayBar, &OverlayButtonBar::clicked, this, &MainWindow::overlayClicked);
 
     m_genUniv = new QPushButton(QStringLiteral("Generate Data"), m_client);
@@ -182,6 +214,10 @@ void MainWindow::createControls()
         runOverlay([this] { drawEstimatedHab(m_data, m_canvas, m_combo->currentText(), m_habCarry); });
     });
 
+    m_legend = std::make_unique<RaceLegend>(m_client);
+    for (int i = 0; i < 16; ++i)
+        connect(m_legend->swatch(i), &QAbstractButton::clicked, this, [this, i] { editRaceColour(i); });
+
     m_xyCoord = new QLabel(m_client);
     m_xyCoord->setObjectName(QStringLiteral("XYCoord"));
     m_xyCoord->setAccessibleDescription(QStringLiteral("Pointer position"));
@@ -194,8 +230,25 @@ void MainWindow::createControls()
     m_progress->setTextVisible(false);
     m_progress->setValue(0);
 
-    m_detail = new DetailPanel(m_planetDetail, m_client);
-    m_tools = new AnnotationToolBox(m_client);
+    // The panel and the drawing tools share a column right of the map,
+    // which scrolls when the window is too low for both.
+    m_column = new QScrollArea(m_client);
+    m_column->setObjectName(QStringLiteral("PanelColumn"));
+    m_column->setFrameShape(QFrame::NoFrame);
+    m_column->setFocusPolicy(Qt::NoFocus);
+    m_column->setWidgetResizable(true);
+    m_column->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto *column = new QWidget;
+    auto *columnLayout = new QVBoxLayout(column);
+    columnLayout->setContentsMargins(0, 0, 0, 0);
+    columnLayout->setSpacing(8);
+    m_detail = new DetailPanel(m_planetDetail, column);
+    m_tools = new AnnotationToolBox(column);
+    columnLayout->addWidget(m_detail);
+    columnLayout->addWidget(m_tools, 1);
+    m_column->setWidget(column);
+    // Longer texts in the panel widen the column, and the window makes room.
+    column->installEventFilter(this);
     connect(m_tools, &AnnotationToolBox::toolChosen, this, [this](DrawTool tool) { m_pointer.tool = tool; });
     connect(m_tools, &AnnotationToolBox::colourChosen, this, [this](int index) {
         m_annotations.colourClick(index);
@@ -211,9 +264,11 @@ void MainWindow::createControls()
         m_tools->showText(m_data.AnnotationText);
     });
 
-    m_legend = std::make_unique<RaceLegend>(m_client);
-    for (int i = 0; i < 16; ++i)
-        connect(m_legend->swatch(i), &QAbstractButton::clicked, this, [this, i] { editRaceColour(i); });
+    // A resize redraws the map at its new size once the window has settled,
+    // not on every step of a drag.
+    m_resizeSettled.setSingleShot(true);
+    m_resizeSettled.setInterval(150);
+    connect(&m_resizeSettled, &QTimer::timeout, this, &MainWindow::redrawAtNewSize);
 }
 
 void MainWindow::editRaceColour(int index)
@@ -238,36 +293,104 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     applyLayout();
 }
 
+// The rule counts the window's outer size, frame and title bar included.
+// The window system tells the frame only once the window is shown; a usual
+// title bar is assumed until then, and where there is none.
+QSize MainWindow::outerFrame() const
+{
+    const QSize frame = frameGeometry().size() - size();
+    return frame.height() > 0 ? frame : QSize(0, AssumedTitleBar);
+}
+
+ClientMeasures MainWindow::clientMeasures(const QSize &area, const QSize &frame) const
+{
+    ClientMeasures m{};
+    m.area = area;
+    m.frame = frame;
+    m.readoutHeight = qMax(m_xyCoord->sizeHint().height(), m_progress->minimumSizeHint().height());
+    m.stripWidth = StripLeft + m_overlayBar->sizeHint().width() + 12 + m_genUniv->sizeHint().width() + 8 +
+                   qMax(m_combo->minimumWidth(), m_combo->sizeHint().width()) + 8 + m_estHab->sizeHint().width() +
+                   StripLeft;
+    m.columnMinimumWidth =
+        m_column->widget()->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    m.legendHeight = RaceLegend::height();
+    m.scrollBarExtent = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return m;
+}
+
+// The client area and the rest of the window (menu bar, frame) of a window
+// of `size`, before it is shown.
+ClientMeasures MainWindow::measuresAt(const QSize &size) const
+{
+    const QSize frame = QSize(0, menuBar()->sizeHint().height()) + outerFrame();
+    return clientMeasures(size + outerFrame() - frame, frame);
+}
+
+QSize MainWindow::leastSize() const
+{
+    const QSize wide(100000, LeastClientHeight + menuBar()->sizeHint().height());
+    const auto fitted = fitClientArea(measuresAt(wide));
+    return QSize(fitted ? fitted->needed.width() : 800, wide.height());
+}
+
+// The preferred size within the screen; lower where the screen is too
+// narrow for the map of its height beside the panel and the legend.
+QSize MainWindow::openingSize() const
+{
+    QSize size = sizeWithinScreen(this, PreferredSize).expandedTo(minimumSize());
+    for (;;) {
+        const auto fitted = fitClientArea(measuresAt(size));
+        if (!fitted || fitted->needed.width() <= size.width() || size.height() <= minimumHeight())
+            return size;
+        size.setHeight(qMax(minimumHeight(), size.height() - 8));
+    }
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_column->widget() && event->type() == QEvent::LayoutRequest)
+        applyLayout();
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void MainWindow::applyLayout()
 {
-    // The rules take the window's outer size; the title bar is not ours to
-    // measure before the window is shown, so a usual one is assumed.
-    const int decoration = frameGeometry().height() > height() ? frameGeometry().height() - height() : 30;
-    const auto geometry = layoutMainWindow((height() + decoration) * TwipsPerPixel, width() * TwipsPerPixel);
-    if (!geometry)
+    const ClientMeasures measures = clientMeasures(m_scroll->size(), size() + outerFrame() - m_scroll->size());
+    const auto fitted = fitClientArea(measures);
+    if (!fitted)
         return;
-    const int menu = menuBar()->height();
-    auto place = [menu](QWidget *w, const QRect &twips) {
+    m_client->resize(fitted->content);
+    const MainWindowGeometry &rule = fitted->rule;
+    m_universe->setGeometry(twipsToPixels(rule.universe));
+    const int readoutHeight = measures.readoutHeight;
+    for (const auto &[widget, twips] : {std::pair<QWidget *, QRect>{m_xyCoord, rule.xyCoord},
+                                        {m_thePlanet, rule.thePlanet}, {m_progress, rule.progress}}) {
         const QRect r = twipsToPixels(twips);
-        w->setGeometry(r.x(), r.y() - menu, r.width(), r.height());
+        widget->setGeometry(r.x(), r.y(), r.width(), readoutHeight);
+    }
+
+    // The strip above the map: the overlay buttons, then the generation and
+    // the estimate, each at its natural size within the strip's height.
+    const int stripHeight = m_universe->y();
+    int x = StripLeft;
+    auto place = [&](QWidget *w, int width, int gapAfter) {
+        const int height = qMin(w->sizeHint().height(), stripHeight - 2);
+        w->setGeometry(x, (stripHeight - height) / 2, width, height);
+        x += width + gapAfter;
     };
-    place(m_universe, geometry->universe);
-    place(m_xyCoord, geometry->xyCoord);
-    place(m_thePlanet, geometry->thePlanet);
-    place(m_progress, geometry->progress);
-    const int detailLeft = geometry->detailLeft / TwipsPerPixel;
-    const int buttonsRight = m_overlayBar->x() + m_overlayBar->sizeHint().width() + 12;
-    m_genUniv->setGeometry(buttonsRight, 4, 120, 28);
-    m_combo->move(buttonsRight + 128, 4);
-    m_estHab->setGeometry(buttonsRight + 128 + m_combo->width() + 8, 4, 110, 28);
-    // The panel and the annotation tools share the column right of the map.
-    const int panelTop = qMax(m_universe->y(), m_estHab->geometry().bottom() + 4);
-    const int panelHeight = qMin(420, qMax(200, m_universe->height() / 2));
-    m_detail->setGeometry(detailLeft, panelTop, 300, panelHeight);
-    m_tools->setGeometry(detailLeft, panelTop + panelHeight + 8, 300,
-                         qMax(160, m_universe->y() + m_universe->height() - panelTop - panelHeight - 8));
-    m_legend->place(geometry->raceLabelLeft / TwipsPerPixel, geometry->raceSwatchLeft / TwipsPerPixel,
-                    m_universe->y());
+    place(m_overlayBar, m_overlayBar->sizeHint().width(), 12);
+    place(m_genUniv, m_genUniv->sizeHint().width(), 8);
+    place(m_combo, qMax(m_combo->minimumWidth(), m_combo->sizeHint().width()), 8);
+    place(m_estHab, m_estHab->sizeHint().width(), 0);
+
+    // The column runs from the map's top to the bottom of the client area,
+    // between the map and the legend; the readouts under the map end before it.
+    const int detailLeft = rule.detailLeft / TwipsPerPixel;
+    const int legendLeft = rule.raceLabelLeft / TwipsPerPixel;
+    const int columnWidth =
+        qMax(measures.columnMinimumWidth, qMin(PreferredColumnWidth, legendLeft - 8 - detailLeft));
+    m_column->setGeometry(detailLeft, m_universe->y(), columnWidth, fitted->content.height() - m_universe->y() - 2);
+    m_legend->place(legendLeft, rule.raceSwatchLeft / TwipsPerPixel, m_universe->y());
     fitCanvasToWidget();
 }
 
@@ -278,8 +401,26 @@ void MainWindow::fitCanvasToWidget()
         return;
     m_canvas.setWidthTwips(side * TwipsPerPixel);
     const double dpr = m_universe->devicePixelRatioF();
-    if (side != m_raster->pixels() || dpr != m_raster->devicePixelRatio())
+    if (side != m_raster->pixels() || dpr != m_raster->devicePixelRatio()) {
+        // Scaled for now; redrawn at the new size once the resizing stops.
         m_raster->resize(side, dpr);
+        m_resizeSettled.start();
+    }
+    m_universe->update();
+}
+
+void MainWindow::redrawAtNewSize()
+{
+    m_resizeSettled.stop();
+    // Nothing drawn before a game is loaded; a zoom square being dragged
+    // has moved the view's corner already, and its second click redraws.
+    if (!m_generated || m_zoom.ZoomState == 2)
+        return;
+    try {
+        m_redraw->repaintLayers();
+    } catch (const std::exception &e) {
+        showError(QStringLiteral("Drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
+    }
     m_universe->update();
 }
 
@@ -341,7 +482,10 @@ void MainWindow::openHistory()
 void MainWindow::saveMap()
 {
     // The message comes first, whatever happens next; the file is replaced
-    // only once the new picture is complete.
+    // only once the new picture is complete. A picture still scaled from a
+    // resize is drawn at its size first.
+    if (m_resizeSettled.isActive())
+        redrawAtNewSize();
     const QString path = mapBitmapPath(m_data);
     showMessage(QStringLiteral("Map saved to ") + escapeControls(QDir::toNativeSeparators(path)));
     if (m_data.GameDir.trimmed().isEmpty() || !m_raster->save(path))
@@ -379,6 +523,8 @@ void MainWindow::showError(const QString &text)
 
 void MainWindow::resetWindow()
 {
+    m_generated = false;
+    m_pointer.marker.clear();
     for (int i = 0; i < OverlayButtonCount; ++i) {
         m_buttons.setEnabled(i, false);
         m_buttons.setPressedQuietly(i, false);
@@ -438,6 +584,7 @@ void MainWindow::enableFormatMenus()
 
 void MainWindow::enableControls(const GameData &data)
 {
+    m_generated = true;
     m_combo->setCurrentIndex(0);
     m_combo->setEnabled(true);
     for (int i = 0; i < OverlayButtonCount; ++i)

@@ -10,6 +10,7 @@
 #include "GenerationObserver.h"
 #include "HabEstimate.h"
 #include "InteractionHost.h"
+#include "MainWindowLayout.h"
 #include "MapPointer.h"
 #include "MapRedraw.h"
 #include "OverlayButtons.h"
@@ -19,6 +20,7 @@
 #include "ZoomTool.h"
 
 #include <QMainWindow>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -34,6 +36,7 @@ class QLabel;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class QScrollArea;
 class RaceColourWindow;
 class RaceLegend;
 class RasterSurface;
@@ -64,6 +67,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void createMenus();
@@ -71,6 +75,12 @@ private:
     void runOverlay(const std::function<void()> &draw);
     void createControls();
     void applyLayout();
+    QSize outerFrame() const;
+    ClientMeasures clientMeasures(const QSize &area, const QSize &frame) const;
+    ClientMeasures measuresAt(const QSize &size) const;
+    QSize leastSize() const;
+    QSize openingSize() const;
+    void redrawAtNewSize();
     void loadData();
     void saveMap();
     void openHistory();
@@ -113,12 +123,17 @@ private:
     std::shared_ptr<RasterSurface> m_raster;
     std::unique_ptr<MapRedraw> m_redraw;
     int m_redrawDepth = 0;
+    // A game is loaded: there is a picture to redraw after a resize.
+    bool m_generated = false;
+    QTimer m_resizeSettled;
     ZoomTool m_zoomTool{m_data, m_zoom, m_buttons, m_canvas};
     AnnotationTools m_annotations{m_data, m_canvas};
     PlanetDetail m_planetDetail;
     MapPointer m_pointer{m_data, m_zoom, m_zoomTool, m_annotations, m_planetDetail};
 
+    QScrollArea *m_scroll = nullptr;
     QWidget *m_client = nullptr;
+    QScrollArea *m_column = nullptr;
     MapCanvasWidget *m_universe = nullptr;
     OverlayButtonBar *m_overlayBar = nullptr;
     QPushButton *m_genUniv = nullptr;

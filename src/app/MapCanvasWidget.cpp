@@ -3,6 +3,7 @@
 #include "AnnotationTools.h"
 #include "Canvas.h"
 #include "Colour.h"
+#include "PlanetMarker.h"
 #include "RasterSurface.h"
 #include "ZoomTool.h"
 
@@ -17,11 +18,15 @@ QColor toColor(int32_t c)
     return QColor(redOf(c), greenOf(c), blueOf(c));
 }
 
+// The ring keeps its size on the screen whatever the zoom, as the planet
+// markers do, and shows on any colour: white edged with black.
+constexpr double RingRadius = 9;
+
 } // namespace
 
 MapCanvasWidget::MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
-                                 QWidget *parent)
-    : QWidget(parent), m_raster(raster), m_line(line), m_box(box)
+                                 const PlanetMarker &marker, QWidget *parent)
+    : QWidget(parent), m_raster(raster), m_line(line), m_box(box), m_marker(marker)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
@@ -81,6 +86,21 @@ void MapCanvasWidget::paintEvent(QPaintEvent *event)
         painter.setPen(QPen(toColor(m_box.colour), 1));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(QRectF(m_box.left * k, m_box.top * k, m_box.width * k, m_box.height * k));
+    }
+    if (const auto centre = m_marker.centre()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        for (const auto &[colour, width] : {std::pair{Qt::black, 4}, std::pair{Qt::white, 2}}) {
+            painter.setPen(QPen(colour, width));
+            painter.drawEllipse(*centre * k, RingRadius, RingRadius);
+        }
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+    if (hasFocus()) {
+        // The keyboard's mark: a dotted frame along the edge, over the picture.
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
     m_shapesShown = shapesArea();
 }

@@ -1,12 +1,14 @@
 #pragma once
 // The map on screen: the core canvas's persistent picture, with the rubber
-// band and the zoom square floating over it. The floating shapes are drawn
-// on the widget only, never into the picture, so a redraw, Save Map and the
-// saved bitmap never contain them. Pointer events leave in canvas units.
+// band, the zoom square and the ring around the planet last clicked floating
+// over it. The floating shapes are drawn on the widget only, never into the
+// picture, so a redraw, Save Map and the saved bitmap never contain them.
+// Pointer events leave in canvas units.
 
 #include <QRect>
 #include <QWidget>
 
+class PlanetMarker;
 class RasterSurface;
 struct RubberLine;
 struct ZoomBox;
@@ -15,7 +17,7 @@ class MapCanvasWidget : public QWidget {
     Q_OBJECT
 public:
     MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
-                    QWidget *parent = nullptr);
+                    const PlanetMarker &marker, QWidget *parent = nullptr);
 
     // Canvas units of a point of the widget.
     QPointF toCanvas(const QPointF &widgetPoint) const;
@@ -42,5 +44,6 @@ private:
     const RasterSurface &m_raster;
     const RubberLine &m_line;
     const ZoomBox &m_box;
+    const PlanetMarker &m_marker;
     QRect m_shapesShown;
 };

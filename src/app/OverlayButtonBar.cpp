@@ -37,6 +37,8 @@ OverlayButtonBar::OverlayButtonBar(OverlayButtons &buttons, QWidget *parent) : Q
             font.setBold(true);
             font.setPointSizeF(9.75);
             b->setFont(font);
+            // As wide as its caption needs in the font at hand.
+            b->setFixedWidth(qMax(34, b->fontMetrics().horizontalAdvance(b->text()) + 12));
         } else {
             b->setIcon(overlayIcon(i));
             b->setIconSize(QSize(24, 24));

@@ -41,6 +41,11 @@ void RaceSwatch::paintEvent(QPaintEvent *)
     p.drawEllipse(QPointF(0, 0), radius, radius);
     p.setBrush(QBrush(Qt::black, Qt::DiagCrossPattern));
     p.drawEllipse(QPointF(0, 0), radius, radius);
+    if (hasFocus()) {
+        p.setBrush(Qt::NoBrush);
+        p.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        p.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
 }
 
 RaceLegend::RaceLegend(QWidget *parent)
@@ -49,7 +54,7 @@ RaceLegend::RaceLegend(QWidget *parent)
         auto *label = new QLabel(parent);
         label->setTextFormat(Qt::PlainText);
         label->setObjectName(QStringLiteral("Race%1").arg(i));
-        label->setFixedSize(150, 18);
+        label->resize(150, RowHeight);
         auto *swatch = new RaceSwatch(parent);
         swatch->setObjectName(QStringLiteral("RaceC%1").arg(i));
         swatch->hide();
@@ -61,7 +66,8 @@ RaceLegend::RaceLegend(QWidget *parent)
 void RaceLegend::clear()
 {
     for (int i = 0; i < 16; ++i) {
-        m_labels[size_t(i)]->clear();
+        m_names[size_t(i)].clear();
+        showName(i);
         m_swatches[size_t(i)]->hide();
     }
 }
@@ -70,7 +76,8 @@ void RaceLegend::show(const GameData &d)
 {
     for (int k = 1; k <= 16; ++k) {
         const QString name = d.player(k)[RaceName].text();
-        m_labels[size_t(k - 1)]->setText(name);
+        m_names[size_t(k - 1)] = name;
+        showName(k - 1);
         const int32_t c = d.raceColour(k);
         m_swatches[size_t(k - 1)]->setRace(name, QColor(redOf(c), greenOf(c), blueOf(c)));
         m_swatches[size_t(k - 1)]->setVisible(!name.isEmpty());
@@ -80,7 +87,18 @@ void RaceLegend::show(const GameData &d)
 void RaceLegend::place(int labelLeft, int swatchLeft, int top)
 {
     for (int i = 0; i < 16; ++i) {
-        m_labels[size_t(i)]->move(labelLeft, top + i * 22);
-        m_swatches[size_t(i)]->move(swatchLeft, top + i * 22);
+        m_labels[size_t(i)]->setGeometry(labelLeft, top + i * RowPitch, swatchLeft - 4 - labelLeft, RowHeight);
+        m_swatches[size_t(i)]->move(swatchLeft, top + i * RowPitch);
+        showName(i);
     }
+}
+
+void RaceLegend::showName(int i)
+{
+    QLabel *label = m_labels[size_t(i)];
+    const QString &name = m_names[size_t(i)];
+    const QString shown = label->fontMetrics().elidedText(name, Qt::ElideRight, label->width());
+    label->setText(shown);
+    label->setToolTip(shown == name ? QString() : name);
+    label->setAccessibleName(name);
 }

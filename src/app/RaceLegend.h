@@ -1,7 +1,8 @@
 #pragma once
 // The race legend beside the map: for each of up to sixteen races its name
 // and a hatched colour swatch, as the borders show them. A click on a
-// swatch asks for a new colour.
+// swatch asks for a new colour. A name too long for its place is cut short
+// with an ellipsis; its tip and its accessible name are the whole name.
 
 #include <QAbstractButton>
 #include <array>
@@ -26,16 +27,25 @@ private:
 
 class RaceLegend {
 public:
+    static constexpr int RowPitch = 22;
+    static constexpr int RowHeight = 18;
+
     explicit RaceLegend(QWidget *parent);
     void clear();
     void show(const GameData &data);
-    // Places row i's label and swatch at the given left edges (pixels).
+    // Places row i's label and swatch at the given left edges (pixels); the
+    // label fills the room up to its swatch.
     void place(int labelLeft, int swatchLeft, int top);
+    // The sixteen rows' height.
+    static constexpr int height() { return 15 * RowPitch + RowHeight; }
 
     QLabel *label(int i) const { return m_labels[size_t(i)]; }
     RaceSwatch *swatch(int i) const { return m_swatches[size_t(i)]; }
 
 private:
+    void showName(int i);
+
+    std::array<QString, 16> m_names;
     std::array<QLabel *, 16> m_labels{};
     std::array<RaceSwatch *, 16> m_swatches{};
 };

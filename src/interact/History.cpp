@@ -78,7 +78,9 @@ HistoryFrameLayout History::layout(int mapPixels) const
     return HistoryFrameLayout(mapPixels, races, most);
 }
 
-QImage History::drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host)
+QImage History::drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host,
+                          double devicePixelRatio)
 {
-    return drawHistoryFrame(m_turns[size_t(turn)].data, layers, layout, year(turn), legend(turn), host);
+    return drawHistoryFrame(m_turns[size_t(turn)].data, layers, layout, year(turn), legend(turn), host,
+                            devicePixelRatio);
 }

@@ -46,7 +46,8 @@ public:
     HistoryFrameLayout layout(int mapPixels) const;
 
     // Draws one turn; turns drawn at the same time must differ.
-    QImage drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host);
+    QImage drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host,
+                     double devicePixelRatio = 1.0);
     // The turn's data is no longer needed once its frames are drawn.
     void release(int turn) { m_turns[size_t(turn)].data = GameData(); }
 

@@ -50,18 +50,22 @@ HistoryFrameLayout::HistoryFrameLayout(int mapPixels, const QStringList &races, 
 }
 
 QImage drawHistoryFrame(GameData &game, OverlayButtons layers, const HistoryFrameLayout &layout, int year,
-                        const HistoryLegend &legend, RedrawHost &host)
+                        const HistoryLegend &legend, RedrawHost &host, double devicePixelRatio)
 {
-    MapPicture map(layout.mapSquare().width());
+    MapPicture map(layout.mapSquare().width(), devicePixelRatio);
     ZoomFlags zoom;
     map.redraw(game, layers, zoom, host);
 
-    QImage frame(layout.size(), QImage::Format_RGB32);
+    // The painter counts in pixels of the layout whatever the ratio.
+    QImage frame(layout.size() * devicePixelRatio, QImage::Format_RGB32);
+    frame.setDevicePixelRatio(devicePixelRatio);
     frame.fill(Qt::black);
     QPainter painter(&frame);
     painter.setRenderHint(QPainter::TextAntialiasing, false);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(layout.mapSquare().topLeft(), map.raster().image());
+    QImage square = map.raster().image();
+    square.setDevicePixelRatio(devicePixelRatio);
+    painter.drawImage(layout.mapSquare().topLeft(), square);
 
     const QRect panel = layout.panel();
     painter.setPen(QColor(96, 96, 96));

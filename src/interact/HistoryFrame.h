@@ -31,6 +31,7 @@ private:
 using HistoryLegend = std::vector<StableRaceColours::Race>;
 
 // Draws the map of `game` with `layers` pressed into the layout's map square
-// and the year and legend beside it.
+// and the year and legend beside it; on a high-density screen at its device
+// pixels (the image then carries the ratio).
 QImage drawHistoryFrame(GameData &game, OverlayButtons layers, const HistoryFrameLayout &layout, int year,
-                        const HistoryLegend &legend, RedrawHost &host);
+                        const HistoryLegend &legend, RedrawHost &host, double devicePixelRatio = 1.0);

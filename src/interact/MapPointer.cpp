@@ -5,7 +5,7 @@
 
 MapPointer::MapPointer(GameData &data, ZoomFlags &zoom, ZoomTool &zoomTool, AnnotationTools &annotations,
                        PlanetDetail &detail)
-    : d(data), zoom(zoom), zoomTool(zoomTool), annotations(annotations), detail(detail)
+    : marker(data), d(data), zoom(zoom), zoomTool(zoomTool), annotations(annotations), detail(detail)
 {
 }
 
@@ -61,7 +61,9 @@ QList<int> MapPointer::mouseDown(float x, float y, InteractionHost &host)
     // The working values of the hab estimate start afresh with each click.
     HabCarry carry;
     const QList<int> picked = pickedAt(x, y);
-    for (int i : picked)
+    for (int i : picked) {
+        marker.mark(i);
         detail.fill(d, i, carry);
+    }
     return picked;
 }

@@ -9,6 +9,7 @@
 #include "GameData.h"
 #include "MapRedraw.h"
 #include "PlanetDetail.h"
+#include "PlanetMarker.h"
 #include "ZoomTool.h"
 
 #include <QList>
@@ -31,6 +32,8 @@ public:
                PlanetDetail &detail);
 
     DrawTool tool = DrawTool::StopDrawing;
+    // The planet the panel shows, ringed on the map.
+    PlanetMarker marker;
     const PointerReadout &readout() const { return m_readout; }
 
     void mouseMove(float x, float y);

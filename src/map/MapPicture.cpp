@@ -1,7 +1,8 @@
 #include "MapPicture.h"
 
 // The canvas box's outer width in twips is 15 per pixel.
-MapPicture::MapPicture(int pixels) : m_canvas(pixels * 15), m_raster(std::make_shared<RasterSurface>(pixels))
+MapPicture::MapPicture(int pixels, double devicePixelRatio)
+    : m_canvas(pixels * 15), m_raster(std::make_shared<RasterSurface>(pixels, devicePixelRatio))
 {
     m_canvas.addSurface(m_raster);
 }

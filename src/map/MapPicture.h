@@ -11,7 +11,8 @@
 
 class MapPicture {
 public:
-    explicit MapPicture(int pixels);
+    // `pixels` square; on a high-density screen drawn at its device pixels.
+    explicit MapPicture(int pixels, double devicePixelRatio = 1.0);
 
     // Further surfaces (a trace) and the menu overlays draw on this canvas.
     Canvas &canvas() { return m_canvas; }

@@ -35,6 +35,12 @@ void MapRedraw::redrawUniverse()
     drawLayers();
 }
 
+void MapRedraw::repaintLayers()
+{
+    canvas.cls();
+    drawLayers();
+}
+
 void MapRedraw::drawLayers()
 {
     if (buttons.pressed(ScannedButton))

@@ -20,6 +20,10 @@ public:
     MapRedraw(GameData &data, Canvas &canvas, OverlayButtons &buttons, ZoomFlags &zoom, RedrawHost &host);
 
     void redrawUniverse();
+    // The pressed layers once more on a clear canvas, in the view as it
+    // stands, with the zoom and the drawing tools left alone: the picture a
+    // redraw would give, for a canvas that changed size.
+    void repaintLayers();
 
 private:
     void drawLayers();

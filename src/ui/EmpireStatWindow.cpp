@@ -3,6 +3,7 @@
 #include "EmpireStatistics.h"
 #include "FigureName.h"
 #include "MessageSink.h"
+#include "ScreenFit.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -149,6 +150,7 @@ EmpireStatWindow::EmpireStatWindow(GameData &data, QWidget *parent) : QDialog(pa
     m_combo->setCurrentIndex(m_combo->findText(m_data.OwnRaceName, Qt::MatchExactly | Qt::MatchCaseSensitive));
     connect(m_combo, &QComboBox::currentTextChanged, this, &EmpireStatWindow::showRace);
     showRace();
+    keepHeightForWidth(this);
 }
 
 QLabel *EmpireStatWindow::addValue(int index, const QString &placeholder)

@@ -4,6 +4,7 @@
 #include "LayerNames.h"
 #include "LoadError.h"
 #include "MessageSink.h"
+#include "ScreenFit.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -83,7 +84,7 @@ HistoryWindow::HistoryWindow(const QString &folder, const OverlayButtons &button
     for (const auto &[key, by] : {std::pair{Qt::Key_Left, -1}, std::pair{Qt::Key_Right, 1}})
         connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by = by] { stepYear(by); });
 
-    resize(1000, 820);
+    resize(sizeWithinScreen(this, QSize(1000, 820)));
     startLoading(folder);
 }
 
@@ -160,6 +161,8 @@ void HistoryWindow::loadingDone()
         return;
     }
     m_history = std::make_unique<History>(std::move(loaded.turns), StableRaceColours{});
+    // The smallest frame, legend and all, always fits.
+    m_map->setMinimumSize(m_history->layout(SmallestMap).size().expandedTo(m_map->minimumSize()));
     m_slider->setRange(0, m_history->size() - 1);
     m_slider->setEnabled(true);
     m_play->setEnabled(m_history->size() > 1);
@@ -194,7 +197,7 @@ void HistoryWindow::showTurn()
         const int legendWidth = m_history->layout(SmallestMap).panel().width();
         const int side = std::max(SmallestMap, std::min(m_map->height(), m_map->width() - legendWidth));
         RedrawHost quiet;
-        frame = m_history->drawFrame(turn, pressedLayers(), m_history->layout(side), quiet);
+        frame = m_history->drawFrame(turn, pressedLayers(), m_history->layout(side), quiet, devicePixelRatioF());
     }
     m_map->setPixmap(QPixmap::fromImage(frame));
     m_map->setAccessibleName(QStringLiteral("Map"));

@@ -1,6 +1,7 @@
 #include "OpenFileDialog.h"
 
 #include "MessageSink.h"
+#include "ScreenFit.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -170,7 +171,8 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(lists, 1);
     layout->addLayout(choice, 1);
-    resize(640, 480);
+    resize(sizeWithinScreen(this, QSize(640, 480)));
+    keepHeightForWidth(this);
 
     showRows();
 }

@@ -1,13 +1,13 @@
 #include "PlanetGridWindow.h"
 
 #include "Conversions.h"
+#include "ScreenFit.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -63,9 +63,7 @@ PlanetGridWindow::PlanetGridWindow(QWidget *parent) : QDialog(parent)
     int width = m_table->verticalScrollBar()->sizeHint().width() + 2 * m_table->frameWidth();
     for (int c = 0; c < PlanetGridColumns; ++c)
         width += heading->sectionSize(c);
-    if (const QScreen *s = screen())
-        width = qMin(width, s->availableGeometry().width() - 40);
-    resize(width, 600);
+    resize(sizeWithinScreen(this, QSize(width, 600)));
     keepMinimumSize();
 }
 

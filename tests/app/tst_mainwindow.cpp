@@ -4,6 +4,8 @@
 #include "EmpireStatWindow.h"
 #include "IsolatedSettings.h"
 #include "MainWindow.h"
+#include "MainWindowLayout.h"
+#include "ModalWindow.h"
 #include "RecordingSink.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
@@ -24,7 +26,6 @@
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -36,27 +37,6 @@ int countColour(const QImage &image, const QColor &colour)
         for (int x = 0; x < image.width(); ++x)
             n += image.pixelColor(x, y) == colour;
     return n;
-}
-
-// Runs `inside` on the modal window of type T once `open` has shown it.
-// The timer dies with the call: when `open` shows nothing, it cannot fire
-// later inside another test's window.
-template <typename T, typename Open, typename Inside>
-bool whileModal(Open open, Inside inside)
-{
-    bool ran = false;
-    QTimer timer;
-    timer.setSingleShot(true);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (auto *window = qobject_cast<T *>(QApplication::activeModalWidget())) {
-            inside(*window);
-            window->close();
-            ran = true;
-        }
-    });
-    timer.start(0);
-    open();
-    return ran;
 }
 
 QAction *action(const MainWindow &w, const char *name)
@@ -279,22 +259,34 @@ private slots:
         QVERIFY(!w.overlayBar()->button(UniverseButton)->isEnabled());
     }
 
-    void tooSmallAWindowMovesNothing()
+    // The resize rule at its edges, and fitted to a client area: the
+    // readouts keep their row above the bottom under a tall title bar, and a
+    // window too narrow for the map beside the panel and the legend is laid
+    // out wider, to scroll.
+    void resizeRule_data()
     {
-        MainWindow w;
-        w.resize(1000, 700);
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
-        QWidget *universe = w.findChild<QWidget *>(QStringLiteral("Universe"));
-        const QRect before = universe->geometry();
-        QVERIFY(before.width() > 100);
-        w.resize(1000, 2000 / 15 - 30); // below 2001 twips outside
-        QCOMPARE(universe->geometry(), before);
-        w.resize(1000, 900);
-        QVERIFY(universe->width() > before.width());
-        QCOMPARE(universe->width(), universe->height());
+        QTest::addColumn<QSize>("area");
+        QTest::addColumn<int>("frameHeight");
+        QTest::addColumn<int>("side"); // twips, 0 for nothing moved
+        QTest::newRow("2000 twips high") << QSize(900, 2000 / 15 - 46) << 46 << 0;
+        QTest::newRow("6000 twips high") << QSize(900, 6000 / 15 - 46) << 46 << 4415;
+        QTest::newRow("tall title bar") << QSize(900, 350) << 120 << (350 - 19 - 2) * 15 + 1020 - 1585;
+        QTest::newRow("narrow: scrolls across") << QSize(500, 400) << 46 << (400 - 15 - 19 - 2) * 15 + 1020 - 1585;
     }
-
+    void resizeRule()
+    {
+        QFETCH(QSize, area);
+        QFETCH(int, frameHeight);
+        QFETCH(int, side);
+        const int readoutHeight = 19, column = 300, scrollBar = 15;
+        const auto fitted = fitClientArea({area, QSize(0, frameHeight), readoutHeight, 400, column, 300, scrollBar});
+        QCOMPARE(fitted ? fitted->rule.universe.width() : 0, side);
+        if (!fitted)
+            return;
+        const bool across = fitted->content.width() > area.width();
+        QVERIFY((fitted->rule.xyCoord.y()) / 15 + readoutHeight <= area.height() - (across ? scrollBar : 0));
+        QVERIFY(fitted->rule.raceLabelLeft / 15 >= fitted->rule.detailLeft / 15 + column + 8);
+    }
 private:
     IsolatedSettings m_settings;
     RecordingSink m_sink;

@@ -1,13 +1,18 @@
-// The map driven with the mouse offscreen: hovering and clicking planets,
-// the floating rubber band and zoom square, the zoom by two clicks, and
-// the controls as the accessibility interface sees them.
+// The map driven with the mouse and the keyboard offscreen: hovering and
+// clicking planets, the floating rubber band, zoom square and planet ring,
+// the zoom by two clicks, the picture after a resize, the keys, and the
+// controls as the accessibility interface sees them.
 
 #include "AccessibleText.h"
 #include "AnnotationToolBox.h"
+#include "CliRun.h"
 #include "DetailPanel.h"
+#include "FocusMark.h"
 #include "IsolatedSettings.h"
+#include "LegendWindow.h"
 #include "MainWindow.h"
 #include "MapCanvasWidget.h"
+#include "ModalWindow.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
 #include "PictureChecks.h"
@@ -21,9 +26,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
@@ -57,6 +64,13 @@ struct SampleWindow {
     MapCanvasWidget *map() const { return w.mapWidget(); }
     QString label(const char *name) const { return w.findChild<QLabel *>(QLatin1String(name))->text(); }
 
+    // The widget pixel of a universe position.
+    QPoint planetPixel(double x, double y) const
+    {
+        const GameData &d = w.gameData();
+        const double k = map()->width() / double(Canvas::ScaleWidth);
+        return QPoint(qRound((x - d.OriginX) * d.Scale * k), qRound((y - d.OriginY) * d.Scale * k));
+    }
     // The widget pixel just right of and below a universe position, within its planet's pick box.
     QPoint at(double x, double y) const
     {
@@ -97,6 +111,8 @@ private slots:
         QCOMPARE(s.label("theplanet"), " " + name);
         QCOMPARE(s.map()->toolTip(), "Click for more information on " + name);
         QVERIFY(QRegularExpression(QStringLiteral("^ X:\\d+ Y:\\d+$")).match(s.label("XYCoord")).hasMatch());
+        const QImage before = s.w.raster().image();
+        const QString annotations = s.w.gameData().AnnotationText;
         QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(p[X].val(), p[Y].val()));
         QCOMPARE(s.label("PlanetName"), name);
         QVERIFY(s.label("RHab0").endsWith('%'));
@@ -108,6 +124,14 @@ private slots:
         QCOMPARE(panel("IronMCT"), "Ironium Conc.: " + s.label("IronMCT"));
         QCOMPARE(panel("RHab0"), s.label("RName0") + ' ' + s.label("RHab0"));
         QVERIFY(m_sink.messages.isEmpty());
+        // A ring marks the planet on the screen only: 9 pixels round its point.
+        const QPoint ring = s.planetPixel(p[X].val(), p[Y].val()) + QPoint(9, 0);
+        QCOMPARE(s.map()->grab().toImage().pixelColor(ring), QColor(Qt::white));
+        QCOMPARE(s.w.raster().image(), before);
+        QCOMPARE(s.w.gameData().AnnotationText, annotations);
+        QTest::mouseClick(s.w.overlayBar()->button(UniverseButton), Qt::LeftButton);
+        QCOMPARE(s.map()->grab().toImage().pixelColor(ring), QColor(Qt::white));
+        QVERIFY(s.w.raster().image().pixelColor(ring) != QColor(Qt::white));
 
         // A planet never reported has no gravity: each click scores it
         // afresh, nothing carried over from the click before.
@@ -206,6 +230,79 @@ private slots:
         QVERIFY(!s.w.overlayBar()->button(ZoomInButton)->isChecked());
         QTRY_COMPARE(onScreen(), picture);
         QVERIFY(m_sink.messages.isEmpty());
+    }
+
+    // Once a resize has settled the map is drawn afresh at its new size:
+    // the picture, and what Save Map writes at once after a resize, are what
+    // the command line draws at that size.
+    void aResizedMapIsDrawnAtItsNewSize()
+    {
+        SampleWindow s;
+        QTemporaryDir dir;
+        const auto rendered = [&dir](int side) {
+            const QString png = dir.filePath(QStringLiteral("%1.png").arg(side));
+            const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "borders",
+                                       "--size", QString::number(side), "-o", png});
+            return run.status == 0 ? QImage(png).convertToFormat(QImage::Format_RGB32) : QImage();
+        };
+        s.w.resize(s.w.size() + QSize(90, 90));
+        QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
+        const QImage bigger = rendered(s.map()->width());
+        QVERIFY(!bigger.isNull());
+        QTRY_COMPARE(s.w.raster().image(), bigger);
+
+        s.w.gameData().GameDir = dir.path();
+        s.w.resize(s.w.size() - QSize(150, 150));
+        QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
+        s.w.findChild<QAction *>(QStringLiteral("mnuSave"))->trigger();
+        QCOMPARE(QImage(dir.filePath(QStringLiteral("Universe Map2431.bmp"))).convertToFormat(QImage::Format_RGB32),
+                 rendered(s.map()->width()));
+    }
+
+    // The keys: a mnemonic on every menu entry, Ctrl+O, Ctrl+S and F1, Tab
+    // from the map's buttons through the legend and the panel to the drawing
+    // tools, and a mark on whatever has the focus.
+    void keyboard()
+    {
+        SampleWindow s;
+        for (QAction *menu : s.w.menuBar()->actions())
+            for (QAction *entry : menu->menu()->actions())
+                QVERIFY2(entry->isSeparator() || entry->text().contains(QRegularExpression("&[^&]")),
+                         qPrintable(entry->text()));
+
+        // The offscreen platform leaves a closed window active: the main
+        // window is activated again before each key.
+        const auto activate = [&s] {
+            s.w.activateWindow();
+            QTRY_COMPARE(QApplication::activeWindow(), &s.w);
+        };
+        activate();
+        QVERIFY(opensModal<LegendWindow>([&] { QTest::keyClick(&s.w, Qt::Key_F1); }));
+        activate();
+        QVERIFY(opensModal<OpenFileDialog>([&] { QTest::keyClick(&s.w, Qt::Key_O, Qt::ControlModifier); }));
+        activate();
+        m_sink.messages.clear();
+        QTemporaryDir saved;
+        s.w.gameData().GameDir = saved.path();
+        QTest::keyClick(&s.w, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(m_sink.messages.value(0).left(13), QStringLiteral("Map saved to "));
+
+        s.w.overlayBar()->button(ClearMapButton)->setFocus(Qt::TabFocusReason);
+        QStringList order;
+        while (order.size() < 60 && !order.contains(QStringLiteral("PlotBox"))) {
+            QWidget *focused = QApplication::focusWidget();
+            order << focused->objectName();
+            QVERIFY2(marksFocus(focused), qPrintable(order.last() + " shows no focus"));
+            QTest::keyClick(focused, Qt::Key_Tab);
+        }
+        qsizetype last = -1;
+        for (const char *name : {"OvButt0", "OvButt10", "GenUniv", "Combo1", "EstHab", "RaceC0",
+                                 "qt_tabwidget_tabbar", "Draw0", "DColour0", "SaveVMK", "PlotBox"}) {
+            const qsizetype at = order.indexOf(QLatin1String(name));
+            QVERIFY2(at > last, qPrintable(QString::fromLatin1(name) + " out of order: " + order.join(' ')));
+            last = at;
+        }
+        QVERIFY(marksFocus(s.map()));
     }
 
     // Every control is named for screen readers, and an overlay button's

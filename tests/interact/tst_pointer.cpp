@@ -137,6 +137,29 @@ private slots:
         QCOMPARE(s.pointer.readout().XYCoord, " X:500 Y:500");
     }
 
+    // The ring goes to the planet that fills the panel, the later of two;
+    // a click in deep space or with a drawing tool leaves it; it follows the
+    // planet into a zoom and hides while the view leaves the planet out.
+    void planetRing()
+    {
+        Scene s(twoPlanets());
+        QCOMPARE(s.pointer.marker.centre(), std::nullopt);
+        s.click(1040, 1040);
+        QCOMPARE(s.pointer.marker.planet(), 2);
+        QCOMPARE(s.pointer.marker.centre(), QPointF(1030, 1020));
+        s.click(5000, 5000);
+        s.pointer.tool = DrawTool::Circle;
+        s.click(1000, 1000);
+        s.pointer.tool = DrawTool::StopDrawing;
+        QCOMPARE(s.pointer.marker.planet(), 2);
+        s.d.OriginX = s.d.OriginY = 99;
+        s.d.FarX = s.d.FarY = 105;
+        s.d.Scale = 10000.0 / 6;
+        QCOMPARE(s.pointer.marker.centre(), QPointF(float(4 * 10000.0 / 6), float(3 * 10000.0 / 6)));
+        zoomToCentre(s.d);
+        QCOMPARE(s.pointer.marker.centre(), std::nullopt);
+    }
+
     // Scale 4, corners from (1002, 1006) with a square 400 wide: the view
     // (250, 252)-(350, 352) at Scale 100, the grid released and disabled.
     void zoomWorkedExample()

@@ -1,0 +1,214 @@
+// Every window opens within the screen's available area, keeps a minimum
+// size, and at any size above it shows no control over another or cut off;
+// whatever takes the focus shows it; the main window's map shows whole,
+// covered by nothing, drawn at the screen's device pixels. Run on a screen
+// given by VELTRO_TEST_SCREEN ("1024x768@1": logical size, device pixel ratio).
+
+#include "AboutDialog.h"
+#include "DetailPanel.h"
+#include "EmpireStatWindow.h"
+#include "FocusMark.h"
+#include "GameGenerator.h"
+#include "HistoryWindow.h"
+#include "LayoutFaults.h"
+#include "LegendWindow.h"
+#include "MainWindow.h"
+#include "MapCanvasWidget.h"
+#include "OpenFileDialog.h"
+#include "OverlayButtonBar.h"
+#include "PlanetGridWindow.h"
+#include "RasterSurface.h"
+#include "RaceColourWindow.h"
+#include "RecordingSink.h"
+#include "ThanksDialog.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <functional>
+#include <memory>
+
+namespace {
+
+QRect available() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+
+// Shows the window and waits until the window system has placed it.
+bool shown(QWidget *w)
+{
+    w->show();
+    return QTest::qWaitForWindowExposed(w);
+}
+
+QString faultsOf(const QWidget *w)
+{
+    return layoutFaults(w).join(QStringLiteral("; "));
+}
+
+} // namespace
+
+class WindowFitTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        gamegen::GameOptions options;
+        options.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map";
+        options.outDir = m_turns.path();
+        options.players = 3;
+        options.gameYear = 2403;
+        gamegen::generateHistory(options, 3);
+
+        m_main = std::make_unique<MainWindow>();
+        QVERIFY(shown(m_main.get()));
+        QVERIFY(available().contains(m_main->frameGeometry()));
+        m_opening = m_main->size();
+        OpenFileDialog &dialog = m_main->openFileDialog();
+        QVERIFY(dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map")));
+        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
+        dialog.confirm();
+        QVERIFY(m_main->generate());
+        for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
+            QTest::mouseClick(m_main->overlayBar()->button(b), Qt::LeftButton);
+        // A planet clicked, so that the panel shows its values.
+        const GameData &d = m_main->gameData();
+        const double k = m_main->mapWidget()->width() / double(Canvas::ScaleWidth) * d.Scale;
+        for (int i = 1; i <= d.PlanetCount; ++i)
+            if (d.planet(i)[Name].text() == u"All Work")
+                QTest::mouseClick(m_main->mapWidget(), Qt::LeftButton, {},
+                                  QPoint(int(d.planet(i)[X].val() * k) + 1, int(d.planet(i)[Y].val() * k) + 1));
+        QCOMPARE(m_main->detailPanel()->valueLabel(PlanetNameLabel)->text(), QStringLiteral("All Work"));
+    }
+
+    void mainWindowShowsAllOfTheMap_data()
+    {
+        QTest::addColumn<QSize>("size");
+        const QSize frame = m_main->frameGeometry().size() - m_main->size();
+        const QSize largest = available().size() - frame;
+        const QSize least = m_main->minimumSize();
+        QTest::newRow("opening") << m_opening;
+        QTest::newRow("least") << least;
+        QTest::newRow("largest") << largest;
+        QTest::newRow("tall and narrow") << QSize(least.width(), largest.height());
+        QTest::newRow("wide and low") << QSize(largest.width(), least.height());
+        QTest::newRow("below the least") << least - QSize(100, 100);
+    }
+
+    void mainWindowShowsAllOfTheMap()
+    {
+        QFETCH(QSize, size);
+        MainWindow &w = *m_main;
+        w.resize(size);
+        QTRY_COMPARE(w.size(), size.expandedTo(w.minimumSize()));
+        const MapCanvasWidget *map = w.mapWidget();
+        QCOMPARE(widgetsOver(map).join(", "), QString());
+        QCOMPARE(map->visibleRegion(), QRegion(map->rect()));
+        QVERIFY(available().contains(QRect(map->mapToGlobal(QPoint(0, 0)), map->size())));
+        // Drawn at the screen's device pixels, not scaled up.
+        QCOMPARE(w.raster().pixels(), map->width());
+        QCOMPARE(w.raster().image().width(), qRound(map->width() * w.devicePixelRatioF()));
+        // Below the menu bar by the rule's 560 twips.
+        QCOMPARE(map->mapTo(&w, QPoint(0, 0)).y() - w.centralWidget()->y(), 37);
+        for (int tab = 0; tab < w.detailPanel()->count(); ++tab) {
+            w.detailPanel()->setCurrentIndex(tab);
+            QTRY_VERIFY2(layoutFaults(&w).isEmpty(), qPrintable(w.detailPanel()->tabText(tab) + ": " + faultsOf(&w)));
+        }
+    }
+
+    void secondaryWindowsFit_data()
+    {
+        QTest::addColumn<std::function<QWidget *(MainWindow &)>>("open");
+        using Open = std::function<QWidget *(MainWindow &)>;
+        QTest::newRow("file selection") << Open([](MainWindow &w) -> QWidget * { return &w.openFileDialog(); });
+        QTest::newRow("planet grid") << Open([](MainWindow &w) -> QWidget * {
+            auto *grid = new PlanetGridWindow(&w);
+            grid->fill(w.gameData());
+            return grid;
+        });
+        QTest::newRow("empire statistics")
+            << Open([](MainWindow &w) -> QWidget * { return new EmpireStatWindow(w.gameData(), &w); });
+        QTest::newRow("colour editor") << Open([](MainWindow &w) -> QWidget * {
+            auto *editor = new RaceColourWindow(w.gameData(), &w);
+            editor->openFor(0);
+            return editor;
+        });
+        QTest::newRow("key") << Open([](MainWindow &w) -> QWidget * { return new LegendWindow(&w); });
+        QTest::newRow("about") << Open([](MainWindow &w) -> QWidget * { return new AboutDialog(&w); });
+        QTest::newRow("thanks") << Open([](MainWindow &w) -> QWidget * { return new ThanksDialog(&w); });
+        const QString turns = m_turns.path();
+        QTest::newRow("history") << Open([turns](MainWindow &w) -> QWidget * {
+            auto *history = new HistoryWindow(turns, w.overlayButtons(), &w);
+            QSignalSpy loaded(history, &HistoryWindow::loadingFinished);
+            if (!loaded.wait(20000) || !history->isLoaded())
+                qFatal("the turns did not load");
+            return history;
+        });
+    }
+
+    void secondaryWindowsFit()
+    {
+        QFETCH(std::function<QWidget *(MainWindow &)>, open);
+        QWidget *window = open(*m_main);
+        QVERIFY(shown(window));
+        QVERIFY2(available().contains(window->frameGeometry()),
+                 qPrintable(QStringLiteral("%1,%2 %3x%4").arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
+                                .arg(window->frameGeometry().width()).arg(window->frameGeometry().height())));
+        QVERIFY(!window->minimumSize().isEmpty());
+        QTRY_VERIFY2(layoutFaults(window).isEmpty(), qPrintable("opening: " + faultsOf(window)));
+        const QSize frame = window->frameGeometry().size() - window->size();
+        for (const QSize &size : {window->minimumSize(), available().size() - frame}) {
+            window->resize(size.boundedTo(window->maximumSize()));
+            QTRY_COMPARE(window->size(), size.expandedTo(window->minimumSize()).boundedTo(window->maximumSize()));
+            QTRY_VERIFY2(layoutFaults(window).isEmpty(),
+                     qPrintable(QStringLiteral("%1x%2: ").arg(size.width()).arg(size.height()) + faultsOf(window)));
+        }
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        for (QWidget *control : window->findChildren<QWidget *>())
+            if ((control->focusPolicy() & Qt::TabFocus) && control->isVisible() && control->isEnabled())
+                QVERIFY2(marksFocus(control), qPrintable(layoutfaults::nameOf(control) + " shows no focus"));
+        if (auto *history = qobject_cast<HistoryWindow *>(window)) {
+            // Drawn at the screen's device pixels once the resize settles.
+            QTRY_VERIFY(!history->mapLabel()->pixmap().isNull());
+            QTRY_COMPARE(history->mapLabel()->pixmap().devicePixelRatio(), window->devicePixelRatioF());
+        }
+        window->close();
+        if (window != &m_main->openFileDialog())
+            delete window;
+    }
+
+private:
+    QTemporaryDir m_turns;
+    RecordingSink m_sink;
+    std::unique_ptr<MainWindow> m_main;
+    QSize m_opening;
+};
+
+int main(int argc, char *argv[])
+{
+    // The offscreen platform reads its screen from a file: logical size and
+    // device pixel ratio from VELTRO_TEST_SCREEN.
+    const QRegularExpressionMatch screen = QRegularExpression(QStringLiteral("^(\\d+)x(\\d+)@(\\d+)$"))
+                                               .match(qEnvironmentVariable("VELTRO_TEST_SCREEN", "1024x768@1"));
+    if (!screen.hasMatch())
+        qFatal("VELTRO_TEST_SCREEN is not WIDTHxHEIGHT@RATIO");
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("screens.json")));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write the screen configuration");
+    file.write(QStringLiteral(R"({"screens": [{"name": "test", "x": 0, "y": 0, "width": %1, "height": %2,
+                                 "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": %3}]})")
+                   .arg(screen.captured(1), screen.captured(2), screen.captured(3)).toUtf8());
+    file.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file.fileName().toLocal8Bit());
+    QApplication app(argc, argv);
+    WindowFitTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_windowfit.moc"

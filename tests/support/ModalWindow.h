@@ -1,0 +1,35 @@
+#pragma once
+// Modal windows in window tests: `open` shows one with exec(); while it
+// runs, `inside` gets it, then it is closed. True when a window of type T
+// was the one shown. Nothing is left to fire later when none opens.
+
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+
+template <typename T, typename Open, typename Inside>
+bool whileModal(Open open, Inside inside)
+{
+    bool ran = false;
+    QTimer check;
+    check.setSingleShot(true);
+    QObject::connect(&check, &QTimer::timeout, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (auto *window = dynamic_cast<T *>(modal)) {
+            inside(*window);
+            ran = true;
+        }
+        if (modal)
+            modal->close();
+    });
+    check.start(0);
+    open();
+    check.stop();
+    return ran;
+}
+
+template <typename T, typename Open>
+bool opensModal(Open open)
+{
+    return whileModal<T>(open, [](T &) {});
+}

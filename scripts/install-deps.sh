@@ -7,8 +7,9 @@ set -euo pipefail
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
 # giflib (libgif-dev) writes the animations of veltro-cli history.
+# The web map's tests run it in headless Chromium, driven by Selenium.
 packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
-          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
+          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon chromium chromium-driver python3-selenium)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

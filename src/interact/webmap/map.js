@@ -160,9 +160,11 @@ const veltroMap = (() => {
     await load("year", site.years[index]);
     yearIndex = index;
     const year = site.years[index];
+    // A game loaded without its year has year 0: no year to show.
+    const label = year > 0 ? String(year) : "";
     $("year").value = String(index);
-    $("year").setAttribute("aria-valuetext", String(year));
-    $("yearShown").textContent = String(year);
+    $("year").setAttribute("aria-valuetext", label);
+    $("yearShown").textContent = label;
     showPictures();
     showLegend();
     showReadout();

@@ -46,8 +46,10 @@ private slots:
         QTemporaryDir out;
         const QString site = out.filePath("map");
         CliRun run = runCli({"site", Sample + "@2431", "--size", "100", "-o", site});
-        QCOMPARE(run.err, QString());
         QCOMPARE(run.status, 0);
+        // Nothing but progress, on a machine slow enough to need it.
+        for (const QString &line : run.err.split(u'\n', Qt::SkipEmptyParts))
+            QVERIFY2(line.startsWith("site: loaded ") || line.startsWith("site: pictures written "), qPrintable(line));
         QStringList expected{"data", "data/site.js", "index.html", "map.css", "map.js", "years", "years/2431"};
         for (const char *picture : {"attack", "borders", "growth", "hab", "names", "scanned", "territory"})
             expected << QString("years/2431/%1.png").arg(picture) << QString("years/2431/%1@2x.png").arg(picture);

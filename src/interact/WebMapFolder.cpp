@@ -52,6 +52,12 @@ void WebMapFolder::checkTarget(const QString &target)
 WebMapFolder::WebMapFolder(const QString &target) : m_target(QFileInfo(target).absoluteFilePath())
 {
     checkTarget(target);
+    // A link to the folder stays a link: the map is replaced where it points.
+    if (QFileInfo(m_target).isSymLink()) {
+        m_target = QFileInfo(m_target).canonicalFilePath();
+        if (m_target.isEmpty())
+            throw WebMapError(QStringLiteral("%1: the link leads nowhere").arg(shown(target)));
+    }
     const QFileInfo info(m_target);
     m_staging = besideName(m_target, "writing");
     if (!QDir().mkdir(m_staging))

@@ -71,6 +71,14 @@ private slots:
         QVERIFY(QFileInfo::exists(site + "/years/2432/panels.js"));
         QVERIFY(!QFileInfo::exists(site + "/years/2431"));
         QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
+
+        // Through a link, the map is replaced where the link points; the link stays.
+        QVERIFY(QFile::link(site, out.filePath("link")));
+        QCOMPARE(runCli({"site", Sample + "@2433", "--size", "100", "-o", out.filePath("link")}).status, 0);
+        QVERIFY(QFileInfo(out.filePath("link")).isSymLink());
+        QVERIFY(QFileInfo::exists(site + "/years/2433/planets.js"));
+        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList({"link", "map"}));
     }
 
     void refusals_data()

@@ -77,13 +77,16 @@ const veltroMap = (() => {
     return result;
   }
 
-  // Client coordinates to light years, through the sheet as it is now shown.
+  // Client coordinates to light years, through the sheet as it is now shown:
+  // where the map box is (kept from the last layout, so that a pointer move
+  // never waits for one), the pan and the zoom.
+  let mapBox = null;
   function universeAt(clientX, clientY) {
     const d = currentYear();
-    const r = $("sheet").getBoundingClientRect();
+    const side = site.pixels * zoom;
     return {
-      x: ((clientX - r.left) / r.width) * (CanvasUnits / d.Scale) + d.OriginX,
-      y: ((clientY - r.top) / r.height) * (CanvasUnits / d.Scale) + d.OriginY,
+      x: ((clientX - mapBox.left - pan.x) / side) * (CanvasUnits / d.Scale) + d.OriginX,
+      y: ((clientY - mapBox.top - pan.y) / side) * (CanvasUnits / d.Scale) + d.OriginY,
     };
   }
 
@@ -117,7 +120,7 @@ const veltroMap = (() => {
   const snap = (v) => Math.round(v * window.devicePixelRatio) / window.devicePixelRatio;
 
   function placeSheet() {
-    const box = $("map").getBoundingClientRect();
+    const box = (mapBox = $("map").getBoundingClientRect());
     const side = site.pixels * zoom;
     // A map smaller than its box sits in the middle; a larger one covers it.
     const limit = (p, room) => (room >= side ? (room - side) / 2 : Math.min(0, Math.max(room - side, p)));
@@ -441,6 +444,7 @@ const veltroMap = (() => {
       ev.preventDefault();
     });
     new ResizeObserver(placeSheet).observe(map);
+    window.addEventListener("scroll", () => { mapBox = map.getBoundingClientRect(); }, { capture: true, passive: true });
   }
 
   // The index has arrived: build the page, show the first year, then fetch

@@ -8,9 +8,10 @@ set -euo pipefail
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
 # giflib (libgif-dev) writes the animations of veltro-cli history.
 # The command-line tests run veltro-cli under de_DE.UTF-8 (locales), where a
-# decimal comma would show.
+# decimal comma would show. The web map's tests run it in headless Chromium,
+# driven by Selenium.
 packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
-          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon locales)
+          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon locales chromium chromium-driver python3-selenium)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

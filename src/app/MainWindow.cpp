@@ -30,6 +30,8 @@
 #include "ThanksDialog.h"
 #include "UniverseGenerator.h"
 #include "Version.h"
+#include "WebMap.h"
+#include "WebMapFolder.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -96,6 +98,8 @@ void MainWindow::createMenus()
     save->setShortcut(QKeySequence::Save);
     file->addAction(QStringLiteral("&History\u2026"), this, &MainWindow::openHistory)
         ->setObjectName(QStringLiteral("mnuHistory"));
+    file->addAction(QStringLiteral("Publish Web Map\u2026"), this, &MainWindow::publishWebMap)
+        ->setObjectName(QStringLiteral("mnuPublish"));
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
     exit->setObjectName(QStringLiteral("mnuExit"));
@@ -477,6 +481,30 @@ void MainWindow::openHistory()
         this, QStringLiteral("History: the folder of a game's turns"), m_data.GameDir);
     if (!folder.isEmpty())
         (new HistoryWindow(folder, m_buttons, this))->show();
+}
+
+// The loaded game as a web map, the same folder `veltro-cli site` writes.
+void MainWindow::publishWebMap()
+{
+    if (m_data.PlanetCount == 0) {
+        showError(QStringLiteral("No game loaded yet: choose File > Load Data first."));
+        return;
+    }
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, QStringLiteral("Publish Web Map: a new or empty folder, or one with a web map to replace"), m_data.GameDir);
+    if (folder.isEmpty())
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        writeWebMapOfGame(m_data, folder);
+        QApplication::restoreOverrideCursor();
+        showMessage(QStringLiteral("Web map written: open %1 in a browser")
+                        .arg(escapeControls(QDir::toNativeSeparators(folder + QStringLiteral("/index.html")))));
+    } catch (const std::exception &e) {
+        QApplication::restoreOverrideCursor();
+        const auto *failure = dynamic_cast<const WebMapError *>(&e);
+        showError(failure ? failure->message : QStringLiteral("Drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
+    }
 }
 
 void MainWindow::saveMap()

@@ -84,6 +84,7 @@ private:
     void loadData();
     void saveMap();
     void openHistory();
+    void publishWebMap();
     void overlayClicked(int button);
     void runRedraw();
     void pointerMoved(float x, float y);

@@ -7,11 +7,10 @@
 #include "LoadError.h"
 #include "QuotedText.h"
 #include "RaceColourOption.h"
+#include "TurnsOptions.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QImageWriter>
-#include <QMutex>
 #include <QSaveFile>
 #include <QTextStream>
 #include <QtConcurrent/QtConcurrentRun>
@@ -21,48 +20,6 @@ namespace {
 
 const QString DefaultLayers = QStringLiteral("borders,universe,owned");
 
-// Counts on standard error, once a second, for runs that take longer.
-class Progress {
-public:
-    Progress() { m_clock.start(); }
-
-    // Called from any thread as each piece of `what` is done.
-    void step(const QString &what, int done, int total)
-    {
-        const QMutexLocker lock(&m_mutex);
-        const qint64 now = m_clock.elapsed();
-        if (now < 1000 || (now - m_lastLine < 1000 && done < total))
-            return;
-        m_lastLine = now;
-        QTextStream(stderr) << "history: " << what << ' ' << done << " of " << total << '\n';
-    }
-
-private:
-    QMutex m_mutex;
-    QElapsedTimer m_clock;
-    qint64 m_lastLine = -1000;
-};
-
-QList<Snapshot> snapshotsOf(const QStringList &arguments)
-{
-    if (arguments.isEmpty())
-        throw CliFailure(2, QStringLiteral("history takes one or more SNAPSHOT (MAPFILE@YEAR, or a MAPFILE in a "
-                                           "folder named by the year)"));
-    QList<Snapshot> snapshots;
-    try {
-        for (const QString &argument : arguments) {
-            const Snapshot snapshot = snapshotFromArgument(argument);
-            if (!QFileInfo(snapshot.mapFile).isFile())
-                throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(snapshot.mapFile)));
-            snapshots << snapshot;
-        }
-        sortByYear(snapshots);
-    } catch (const SnapshotError &e) {
-        throw CliFailure(2, e.message);
-    }
-    return snapshots;
-}
-
 // Hundredths of a second, as GIF frames count their time.
 int frameDelay(const QCommandLineParser &parser)
 {
@@ -71,36 +28,6 @@ int frameDelay(const QCommandLineParser &parser)
     if (!ok || ms < 10 || ms > 655350)
         throw CliFailure(2, QStringLiteral("--delay takes milliseconds from 10 to 655350"));
     return conv::toInt32(ms / 10.0);
-}
-
-StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, const std::vector<HistoryTurn> &turns)
-{
-    QStringList races;
-    for (const HistoryTurn &turn : turns)
-        for (const QString &name : raceNames(turn.data))
-            if (!races.contains(name))
-                races << name;
-    StableRaceColours colours;
-    for (const RaceColourRequest &request : requests) {
-        if (!races.contains(request.race))
-            throw CliFailure(2, QStringLiteral("--race-colour: no race named %1 in any snapshot; the races are: %2")
-                                    .arg(quoted(request.race), races.join(QStringLiteral(", "))));
-        colours.choose(request.race, {int16_t(request.red), int16_t(request.green), int16_t(request.blue)});
-    }
-    return colours;
-}
-
-std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress)
-{
-    std::atomic_int loaded = 0;
-    const int total = int(snapshots.size());
-    try {
-        return loadHistory(snapshots, choice, [&] { progress.step(QStringLiteral("loaded"), ++loaded, total); });
-    } catch (const SelectionRefused &refused) {
-        throw CliFailure(2, refused.message);
-    } catch (const LoadError &e) {
-        throw CliFailure(1, e.message());
-    }
 }
 
 void savePng(const QImage &frame, const QString &path)
@@ -149,10 +76,8 @@ int runHistory(const QStringList &arguments)
 
     QStringList positional = parser.positionalArguments();
     positional.removeFirst(); // the subcommand's name
-    if (parser.isSet(QStringLiteral("year")) || parser.isSet(QStringLiteral("report-year")))
-        throw CliFailure(2, QStringLiteral("history takes each turn's year from its snapshot, and its reports as of "
-                                           "that year: --year and --report-year do not apply"));
-    const QList<Snapshot> snapshots = snapshotsOf(positional);
+    refuseYearOptions(parser, QStringLiteral("history"));
+    const QList<Snapshot> snapshots = snapshotsOf(QStringLiteral("history"), positional);
     const OverlayButtons layers = parseLayers(parser.value(QStringLiteral("layers")));
     const int pixels = pictureSize(parser);
     const int delay = frameDelay(parser);
@@ -165,7 +90,7 @@ int runHistory(const QStringList &arguments)
         throw CliFailure(1, QStringLiteral("%1: cannot create the folder").arg(escapeControls(framesDir)));
     const GameChoice choice = gameChoice(parser);
 
-    Progress progress;
+    Progress progress(QStringLiteral("history"));
     std::vector<HistoryTurn> turns = loadTurns(snapshots, choice, progress);
     StableRaceColours colours = chosenColours(raceColours, turns);
     History history(std::move(turns), std::move(colours));

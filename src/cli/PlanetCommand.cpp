@@ -5,12 +5,10 @@
 #include "InteractionHost.h"
 #include "MapPointer.h"
 #include "MapView.h"
+#include "PlanetQuery.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QTextStream>
-#include <charconv>
 
 namespace {
 
@@ -21,43 +19,6 @@ public:
     QString askText(const QString &, const QString &, const QString &) override { return QString(); }
     void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
 };
-
-// A float as the trace writes it: its shortest decimal text. Read back
-// without the user's locale, whose decimal comma would cut it at the point.
-QJsonValue floatValue(float f)
-{
-    char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, f).ptr;
-    double value = 0;
-    std::from_chars(buffer, end, value);
-    return QJsonValue(value);
-}
-
-QJsonValue textOrNull(bool pointer, const QString &text)
-{
-    return pointer ? QJsonValue(text) : QJsonValue(QJsonValue::Null);
-}
-
-QJsonArray pieJson(const PieBox &pie)
-{
-    QJsonArray slices;
-    for (const PieSlice &s : pie.slices()) {
-        QJsonObject slice;
-        slice.insert(u"start", floatValue(s.start));
-        slice.insert(u"end", floatValue(s.end));
-        slice.insert(u"FillColor", s.fillColour);
-        slices.append(slice);
-    }
-    return slices;
-}
-
-QJsonArray textArray(const std::array<QString, MaxPlayers> &texts)
-{
-    QJsonArray a;
-    for (const QString &t : texts)
-        a.append(t);
-    return a;
-}
 
 struct Spot {
     double x, y;
@@ -120,18 +81,17 @@ int runPlanet(const QStringList &arguments)
     detail.nameRaces(data);
     MapPointer mapPointer(data, zoom, zoomTool, annotations, detail);
     QuietHost host;
-    QList<int> picked;
+    QJsonObject o;
     try {
         if (zoomWindow)
             zoomWindow->applyTo(data);
         if (pointer) {
             const CanvasPoint at = mapToCanvas(data, spot.x, spot.y);
             mapPointer.mouseMove(at.x, at.y);
-            picked = mapPointer.mouseDown(at.x, at.y, host);
+            const QList<int> picked = mapPointer.mouseDown(at.x, at.y, host);
+            o = planetQueryJson(&mapPointer.readout(), picked, detail);
         } else {
-            HabCarry carry;
-            detail.fill(data, number, carry);
-            picked = {number};
+            o = planetPanelJson(data, number);
         }
     } catch (const PanelFillError &e) {
         throw CliFailure(1, e.message);
@@ -139,27 +99,6 @@ int runPlanet(const QStringList &arguments)
         throw CliFailure(1, QStringLiteral("the spot could not be looked up: %1").arg(QString::fromUtf8(e.what())));
     }
 
-    QJsonObject o;
-    const PointerReadout &readout = mapPointer.readout();
-    o.insert(u"XYCoord", textOrNull(pointer, readout.XYCoord));
-    o.insert(u"theplanet", textOrNull(pointer, readout.thePlanet));
-    o.insert(u"ToolTip", textOrNull(pointer, readout.toolTip));
-    QJsonArray pickedJson;
-    for (int i : picked)
-        pickedJson.append(i);
-    o.insert(u"Picked", pickedJson);
-    if (picked.isEmpty()) {
-        o.insert(u"Detail", QJsonValue(QJsonValue::Null));
-    } else {
-        QJsonObject labels;
-        for (int i = 0; i < DetailLabelCount; ++i)
-            labels.insert(QLatin1String(detailLabelName(i)), detail.labels[size_t(i)]);
-        o.insert(u"Detail", labels);
-    }
-    o.insert(u"RName", textArray(detail.RName));
-    o.insert(u"RHab", textArray(detail.RHab));
-    o.insert(u"Pie1", pieJson(detail.Pie1));
-    o.insert(u"Pie2", pieJson(detail.Pie2));
     const QByteArray text = QJsonDocument(o).toJson(QJsonDocument::Indented);
     writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) { out.write(text); });
     return 0;

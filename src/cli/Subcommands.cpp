@@ -4,6 +4,7 @@
 #include "HistoryCommand.h"
 #include "PlanetCommand.h"
 #include "RenderCommand.h"
+#include "SiteCommand.h"
 
 #include <QLatin1StringView>
 #include <array>
@@ -18,6 +19,7 @@ const std::array table{
                false, runPlanet},
     Subcommand{"history", "Draws a game's turns, one snapshot per year, as an animated GIF in stable race colours.",
                true, runHistory},
+    Subcommand{"site", "Writes a game's turns as a web map: a folder with index.html for any browser.", true, runSite},
 };
 
 } // namespace

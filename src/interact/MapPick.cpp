@@ -14,10 +14,14 @@ double canvasToUniverseY(const GameData &d, float y)
     return std::floor(y / d.Scale) + d.OriginY;
 }
 
+PickPoint pickPoint(const GameData &d, const PlanetInfo &p)
+{
+    return {conv::toInt32((p[X].val() - d.OriginX) * d.Scale), conv::toInt32((p[Y].val() - d.OriginY) * d.Scale)};
+}
+
 bool pickRule(const GameData &d, const PlanetInfo &p, float x, float y)
 {
-    const int32_t px = conv::toInt32((p[X].val() - d.OriginX) * d.Scale);
-    const int32_t py = conv::toInt32((p[Y].val() - d.OriginY) * d.Scale);
+    const auto [px, py] = pickPoint(d, p);
     const double cx = x, cy = y;
     return cx - 60 <= px && px <= cx + 20 && cy - 60 <= py && py <= cy + 20;
 }

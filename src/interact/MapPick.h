@@ -10,6 +10,14 @@
 double canvasToUniverseX(const GameData &d, float x);
 double canvasToUniverseY(const GameData &d, float y);
 
+// Where the pick rule places planet `p`: (X - OriginX) * Scale and
+// (Y - OriginY) * Scale in doubles, each rounded half to even to whole
+// canvas units. Overflow beyond 32 bits.
+struct PickPoint {
+    int32_t x, y;
+};
+PickPoint pickPoint(const GameData &d, const PlanetInfo &p);
+
 // True when planet `p` lies under the pointer at canvas (x, y): its point,
 // rounded half to even to whole canvas units, may be at most 20 units to
 // the right of or below the pointer and at most 60 units to the left of or

@@ -1,0 +1,76 @@
+#include "TurnsOptions.h"
+
+#include "LoadError.h"
+#include "QuotedText.h"
+
+#include <QFileInfo>
+#include <QTextStream>
+
+void Progress::step(const QString &what, int done, int total)
+{
+    const QMutexLocker lock(&m_mutex);
+    const qint64 now = m_clock.elapsed();
+    if (now < 1000 || (now - m_lastLine < 1000 && done < total))
+        return;
+    m_lastLine = now;
+    QTextStream(stderr) << m_command << ": " << what << ' ' << done << " of " << total << '\n';
+}
+
+void refuseYearOptions(const QCommandLineParser &parser, const QString &command)
+{
+    if (parser.isSet(QStringLiteral("year")) || parser.isSet(QStringLiteral("report-year")))
+        throw CliFailure(2, QStringLiteral("%1 takes each turn's year from its snapshot, and its reports as of "
+                                           "that year: --year and --report-year do not apply")
+                                .arg(command));
+}
+
+QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments)
+{
+    if (arguments.isEmpty())
+        throw CliFailure(2, QStringLiteral("%1 takes one or more SNAPSHOT (MAPFILE@YEAR, or a MAPFILE in a "
+                                           "folder named by the year)")
+                                .arg(command));
+    QList<Snapshot> snapshots;
+    try {
+        for (const QString &argument : arguments) {
+            const Snapshot snapshot = snapshotFromArgument(argument);
+            if (!QFileInfo(snapshot.mapFile).isFile())
+                throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(snapshot.mapFile)));
+            snapshots << snapshot;
+        }
+        sortByYear(snapshots);
+    } catch (const SnapshotError &e) {
+        throw CliFailure(2, e.message);
+    }
+    return snapshots;
+}
+
+std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress)
+{
+    std::atomic_int loaded = 0;
+    const int total = int(snapshots.size());
+    try {
+        return loadHistory(snapshots, choice, [&] { progress.step(QStringLiteral("loaded"), ++loaded, total); });
+    } catch (const SelectionRefused &refused) {
+        throw CliFailure(2, refused.message);
+    } catch (const LoadError &e) {
+        throw CliFailure(1, e.message());
+    }
+}
+
+StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, const std::vector<HistoryTurn> &turns)
+{
+    QStringList races;
+    for (const HistoryTurn &turn : turns)
+        for (const QString &name : raceNames(turn.data))
+            if (!races.contains(name))
+                races << name;
+    StableRaceColours colours;
+    for (const RaceColourRequest &request : requests) {
+        if (!races.contains(request.race))
+            throw CliFailure(2, QStringLiteral("--race-colour: no race named %1 in any snapshot; the races are: %2")
+                                    .arg(quoted(request.race), races.join(QStringLiteral(", "))));
+        colours.choose(request.race, {int16_t(request.red), int16_t(request.green), int16_t(request.blue)});
+    }
+    return colours;
+}

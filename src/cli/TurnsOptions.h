@@ -1,0 +1,43 @@
+#pragma once
+// What the commands over a game's turns (history, site) share on the
+// command line: the SNAPSHOT arguments, the game selection that applies to
+// every turn, loading the turns, the race colours held from turn to turn
+// with --race-colour, and progress for long runs.
+
+#include "CliOptions.h"
+#include "History.h"
+#include "RaceColourOption.h"
+
+#include <QElapsedTimer>
+#include <QMutex>
+
+// Counts on standard error, once a second, for runs that take longer.
+class Progress {
+public:
+    explicit Progress(QString command) : m_command(std::move(command)) { m_clock.start(); }
+
+    // Called from any thread as each piece of `what` is done.
+    void step(const QString &what, int done, int total);
+
+private:
+    QString m_command;
+    QMutex m_mutex;
+    QElapsedTimer m_clock;
+    qint64 m_lastLine = -1000;
+};
+
+// The turns are dated by their snapshots: --year and --report-year are a
+// usage error.
+void refuseYearOptions(const QCommandLineParser &parser, const QString &command);
+
+// The SNAPSHOT arguments in year order; usage error (2) for none, a
+// snapshot without a year, a missing map file or two of one year.
+QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments);
+
+// Loads every turn; status 2 for a refused selection, 1 for a file that
+// cannot be loaded.
+std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress);
+
+// The colours the races keep through the turns, those given fixed; a name
+// that is no race of any turn is a usage error.
+StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, const std::vector<HistoryTurn> &turns);

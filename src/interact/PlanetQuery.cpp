@@ -1,0 +1,80 @@
+#include "PlanetQuery.h"
+
+#include <QJsonArray>
+#include <charconv>
+
+namespace {
+
+// A float as the trace writes it: its shortest decimal text, read back as
+// the double that JSON writes with the same digits (in any locale).
+QJsonValue floatValue(float f)
+{
+    char buffer[32];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, f).ptr;
+    double d = 0;
+    std::from_chars(buffer, end, d);
+    return QJsonValue(d);
+}
+
+QJsonArray pieJson(const PieBox &pie)
+{
+    QJsonArray slices;
+    for (const PieSlice &s : pie.slices()) {
+        QJsonObject slice;
+        slice.insert(u"start", floatValue(s.start));
+        slice.insert(u"end", floatValue(s.end));
+        slice.insert(u"FillColor", s.fillColour);
+        slices.append(slice);
+    }
+    return slices;
+}
+
+QJsonArray textArray(const std::array<QString, MaxPlayers> &texts)
+{
+    QJsonArray a;
+    for (const QString &t : texts)
+        a.append(t);
+    return a;
+}
+
+QJsonValue textOrNull(const PointerReadout *readout, QString PointerReadout::*text)
+{
+    return readout ? QJsonValue(readout->*text) : QJsonValue(QJsonValue::Null);
+}
+
+} // namespace
+
+QJsonObject planetQueryJson(const PointerReadout *readout, const QList<int> &picked, const PlanetDetail &detail)
+{
+    QJsonObject o;
+    o.insert(u"XYCoord", textOrNull(readout, &PointerReadout::XYCoord));
+    o.insert(u"theplanet", textOrNull(readout, &PointerReadout::thePlanet));
+    o.insert(u"ToolTip", textOrNull(readout, &PointerReadout::toolTip));
+    QJsonArray pickedJson;
+    for (int i : picked)
+        pickedJson.append(i);
+    o.insert(u"Picked", pickedJson);
+    if (picked.isEmpty()) {
+        o.insert(u"Detail", QJsonValue(QJsonValue::Null));
+    } else {
+        QJsonObject labels;
+        for (int i = 0; i < DetailLabelCount; ++i)
+            labels.insert(QLatin1String(detailLabelName(i)), detail.labels[size_t(i)]);
+        o.insert(u"Detail", labels);
+    }
+    o.insert(u"RName", textArray(detail.RName));
+    o.insert(u"RHab", textArray(detail.RHab));
+    o.insert(u"Pie1", pieJson(detail.Pie1));
+    o.insert(u"Pie2", pieJson(detail.Pie2));
+    return o;
+}
+
+QJsonObject planetPanelJson(const GameData &d, int row)
+{
+    PlanetDetail detail;
+    detail.nameRaces(d);
+    // The hab estimate's working values start afresh, as with each click.
+    HabCarry carry;
+    detail.fill(d, row, carry);
+    return planetQueryJson(nullptr, {row}, detail);
+}

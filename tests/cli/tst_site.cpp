@@ -1,0 +1,150 @@
+// veltro-cli site as a host runs it every turn: the folder appears whole,
+// a second run replaces it whole, and a run that fails leaves what was
+// there and nothing of its own. The desktop program's publishing writes the
+// same folder for the game it has loaded. (What the page shows is tested in
+// a browser: tests/web.)
+
+#include "CliOptions.h"
+#include "CliRun.h"
+#include "TestGame.h"
+#include "WebMap.h"
+
+#include <QDir>
+#include <QTest>
+
+namespace {
+
+const QString Sample = QStringLiteral(VELTRO_SAMPLES "/MARCHES.map");
+
+QByteArray contents(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// Everything in a folder, hidden names included, as paths inside it.
+QStringList listing(const QString &folder)
+{
+    QStringList names;
+    const QDir dir(folder);
+    for (const QString &name : dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name)) {
+        names << name;
+        if (QFileInfo(dir.filePath(name)).isDir())
+            for (const QString &inner : listing(dir.filePath(name)))
+                names << name + u'/' + inner;
+    }
+    return names;
+}
+
+} // namespace
+
+class SiteCommandTest : public QObject {
+    Q_OBJECT
+private slots:
+    void publishesAndReplaces()
+    {
+        QTemporaryDir out;
+        const QString site = out.filePath("map");
+        CliRun run = runCli({"site", Sample + "@2431", "--size", "100", "-o", site});
+        QCOMPARE(run.status, 0);
+        // Nothing but progress, on a machine slow enough to need it.
+        for (const QString &line : run.err.split(u'\n', Qt::SkipEmptyParts))
+            QVERIFY2(line.startsWith("site: loaded ") || line.startsWith("site: pictures written "), qPrintable(line));
+        QStringList expected{"data", "data/site.js", "index.html", "map.css", "map.js", "years", "years/2431"};
+        for (const char *picture : {"attack", "borders", "growth", "hab", "names", "scanned", "territory"})
+            expected << QString("years/2431/%1.png").arg(picture) << QString("years/2431/%1@2x.png").arg(picture);
+        expected << "years/2431/panels.js" << "years/2431/planets.js";
+        expected.sort();
+        QStringList written = listing(site);
+        written.sort();
+        QCOMPARE(written, expected);
+        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
+        QCOMPARE(QImage(site + "/years/2431/borders@2x.png").size(), QSize(200, 200));
+        QVERIFY(contents(site + "/data/site.js").startsWith("veltroMap.site({"));
+
+        // The next turn's run replaces the map whole: nothing of the old one stays.
+        QFile stale(site + "/years/2431/stale.png");
+        QVERIFY(stale.open(QIODevice::WriteOnly));
+        stale.close();
+        run = runCli({"site", Sample + "@2432", "--size", "100", "-o", site});
+        QCOMPARE(run.status, 0);
+        QVERIFY(QFileInfo::exists(site + "/years/2432/panels.js"));
+        QVERIFY(!QFileInfo::exists(site + "/years/2431"));
+        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
+
+        // Through a link, the map is replaced where the link points; the link stays.
+        QVERIFY(QFile::link(site, out.filePath("link")));
+        QCOMPARE(runCli({"site", Sample + "@2433", "--size", "100", "-o", out.filePath("link")}).status, 0);
+        QVERIFY(QFileInfo(out.filePath("link")).isSymLink());
+        QVERIFY(QFileInfo::exists(site + "/years/2433/planets.js"));
+        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList({"link", "map"}));
+    }
+
+    void refusals_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("folder of other files") << QStringList{Sample + "@2431", "-o", "%1/kept"} << 2
+                                                << "the folder holds other files";
+        QTest::newRow("a file") << QStringList{Sample + "@2431", "-o", "%1/kept/notes.txt"} << 2
+                                << "is a file, not a folder";
+        QTest::newRow("no folder") << QStringList{Sample + "@2431"} << 2 << "site takes -o DIR";
+        QTest::newRow("--year") << QStringList{Sample + "@2431", "--year", "2431", "-o", "%1/map"} << 2
+                                << "--year and --report-year do not apply";
+        QTest::newRow("snapshot that cannot be loaded")
+            << QStringList{Sample + "@2431", "%1/broken/game.map@2432", "-o", "%1/map"} << 1 << "line 2: ";
+        QTest::newRow("unknown race") << QStringList{Sample + "@2431", "--race-colour", "Zorg=#FF0000", "-o", "%1/map"}
+                                      << 2 << "no race named \"Zorg\"";
+    }
+    void refusals()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, message);
+        QTemporaryDir out;
+        QDir(out.path()).mkpath("kept");
+        QFile notes(out.filePath("kept/notes.txt"));
+        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("mine") == 4);
+        notes.close();
+        QDir(out.path()).mkpath("broken");
+        QFile broken(out.filePath("broken/game.map"));
+        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("#\tX\tY\tName\r\n1\tfar\t2\tNowhere\r\n") > 0);
+        broken.close();
+        QFile::copy(QString(Sample).replace(".map", ".P1"), out.filePath("broken/game.P1"));
+        const QStringList before = listing(out.path());
+        for (QString &a : arguments)
+            a.replace("%1", out.path());
+
+        const CliRun run = runCli(QStringList{"site"} + arguments);
+        QCOMPARE(run.status, status);
+        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY2(run.err.contains(message), qPrintable(run.err));
+        // Nothing written, nothing half-written beside the folder, the user's file as it was.
+        QCOMPARE(listing(out.path()), before);
+        QCOMPARE(contents(out.filePath("kept/notes.txt")), QByteArray("mine"));
+    }
+
+    // File > Publish Web Map writes the game as loaded, in the colours the
+    // user gave its races.
+    void desktopPublishing()
+    {
+        GameData data;
+        GameChoice choice;
+        choice.gameYearText = "2431";
+        loadGame(Sample, choice, data);
+        data.RaceRGB[1] = {1, 2, 250};
+        QTemporaryDir out;
+        writeWebMapOfGame(data, out.filePath("map"));
+        const QByteArray year = contents(out.filePath("map/years/2431/planets.js"));
+        QVERIFY(year.startsWith("veltroMap.year({"));
+        QVERIFY(year.contains(QString("{\"colour\":\"#0102fa\",\"name\":\"%1\"}")
+                                  .arg(data.player(2)[RaceName].text()).toUtf8()));
+        QVERIFY(contents(out.filePath("map/data/site.js")).contains("\"title\":\"MARCHES\""));
+        QCOMPARE(QImage(out.filePath("map/years/2431/territory.png")).size(), QSize(800, 800));
+    }
+};
+
+QTEST_MAIN(SiteCommandTest)
+#include "tst_site.moc"

@@ -2,16 +2,17 @@
 #include "QuotedText.h"
 
 #include "CliOptions.h"
+#include "Conversions.h"
 #include "InteractionHost.h"
 #include "MapPointer.h"
 #include "MapView.h"
+#include "OutputTarget.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
-#include <charconv>
-#include <cstdlib>
+#include <cmath>
 
 namespace {
 
@@ -23,15 +24,6 @@ public:
     void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
 };
 
-// A float as the trace writes it: its shortest decimal text.
-QJsonValue floatValue(float f)
-{
-    char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer - 1, f).ptr;
-    *end = '\0';
-    return QJsonValue(std::strtod(buffer, nullptr));
-}
-
 QJsonValue textOrNull(bool pointer, const QString &text)
 {
     return pointer ? QJsonValue(text) : QJsonValue(QJsonValue::Null);
@@ -42,8 +34,8 @@ QJsonArray pieJson(const PieBox &pie)
     QJsonArray slices;
     for (const PieSlice &s : pie.slices()) {
         QJsonObject slice;
-        slice.insert(u"start", floatValue(s.start));
-        slice.insert(u"end", floatValue(s.end));
+        slice.insert(u"start", conv::shortestDecimal(s.start));
+        slice.insert(u"end", conv::shortestDecimal(s.end));
         slice.insert(u"FillColor", s.fillColour);
         slices.append(slice);
     }
@@ -71,8 +63,8 @@ Spot parseSpot(const QString &text)
         s.x = parts[0].toDouble(&ok);
     if (ok)
         s.y = parts[1].toDouble(&ok);
-    if (!ok)
-        throw CliFailure(2, QStringLiteral("--at takes X,Y in light years, not %1").arg(quoted(text)));
+    if (!ok || !std::isfinite(s.x) || !std::isfinite(s.y))
+        throw CliFailure(2, QStringLiteral("--at takes X,Y as two finite numbers of light years, not %1").arg(quoted(text)));
     return s;
 }
 
@@ -86,18 +78,19 @@ int runPlanet(const QStringList &arguments)
                       QStringLiteral("X,Y")});
     parser.addOption({QStringLiteral("number"), QStringLiteral("The panel of planet row N alone, without a pointer."),
                       QStringLiteral("N")});
-    parser.addOption({QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."),
-                      QStringLiteral("X,Y,W")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("Write to FILE instead of standard output."),
-                      QStringLiteral("FILE")});
+    const QCommandLineOption zoom = zoomOption();
+    const QCommandLineOption output = outputOption(QStringLiteral("Write to FILE instead of standard output."));
+    parser.addOptions({zoom, output});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("planet"));
     const bool pointer = parser.isSet(QStringLiteral("at"));
     if (pointer == parser.isSet(QStringLiteral("number")))
         throw CliFailure(2, QStringLiteral("planet takes one of --at X,Y and --number N"));
     const Spot spot = pointer ? parseSpot(parser.value(QStringLiteral("at"))) : Spot{};
     std::optional<ZoomWindow> zoomWindow;
-    if (parser.isSet(QStringLiteral("zoom")))
-        zoomWindow = parseZoom(parser.value(QStringLiteral("zoom")));
+    if (parser.isSet(zoom))
+        zoomWindow = parseZoom(parser.value(zoom));
+    const QString out = outputPath(parser, output);
+    refuseClashingTargets({{QStringLiteral("-o"), out}}, gameInputs(mapFile));
 
     GameData data;
     loadGame(mapFile, parser, data);
@@ -112,12 +105,12 @@ int runPlanet(const QStringList &arguments)
 
     Canvas canvas;
     OverlayButtons buttons;
-    ZoomFlags zoom;
-    ZoomTool zoomTool(data, zoom, buttons, canvas);
+    ZoomFlags zoomFlags;
+    ZoomTool zoomTool(data, zoomFlags, buttons, canvas);
     AnnotationTools annotations(data, canvas);
     PlanetDetail detail;
     detail.nameRaces(data);
-    MapPointer mapPointer(data, zoom, zoomTool, annotations, detail);
+    MapPointer mapPointer(data, zoomFlags, zoomTool, annotations, detail);
     QuietHost host;
     QList<int> picked;
     try {
@@ -160,6 +153,6 @@ int runPlanet(const QStringList &arguments)
     o.insert(u"Pie1", pieJson(detail.Pie1));
     o.insert(u"Pie2", pieJson(detail.Pie2));
     const QByteArray text = QJsonDocument(o).toJson(QJsonDocument::Indented);
-    writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) { out.write(text); });
+    writeOutput(out, [&](QIODevice &device) { device.write(text); });
     return 0;
 }

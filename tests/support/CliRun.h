@@ -3,24 +3,59 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <functional>
 
 struct CliRun {
-    int status = -1; // -1: the program crashed
+    int status = -1; // -1: the program crashed or was stopped
     QByteArray out;
     QString err;
 };
 
-// With a German locale where installed, so that a decimal comma would show.
-inline CliRun runCli(const QStringList &arguments)
+// How the program is started, besides its arguments.
+struct CliStart {
+    // German by default, so that a decimal comma would show.
+    QByteArray locale = "de_DE.UTF-8";
+    // ulimit -f, in kilobytes; 0 for none.
+    int fileSizeLimit = 0;
+    // Standard output into this file instead of kept.
+    QString outputFile;
+    QString workingDirectory;
+    // Done while the program runs (reading a FIFO it writes).
+    std::function<void(QProcess &)> whileRunning;
+    // Stopped after this long, as a hang.
+    int timeoutMs = 60000;
+};
+
+inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "de_DE.UTF-8");
+    environment.insert("LC_ALL", start.locale);
     process.setProcessEnvironment(environment);
-    process.start(VELTRO_CLI, arguments);
-    process.waitForFinished(-1);
+    process.setWorkingDirectory(start.workingDirectory);
+    if (!start.outputFile.isEmpty())
+        process.setStandardOutputFile(start.outputFile);
+    if (start.fileSizeLimit > 0)
+        process.start("sh", QStringList{"-c", QString("ulimit -f %1 && exec \"$0\" \"$@\"").arg(start.fileSizeLimit),
+                                        VELTRO_CLI} + arguments);
+    else
+        process.start(VELTRO_CLI, arguments);
+    if (start.whileRunning)
+        start.whileRunning(process);
+    const bool finished = process.state() == QProcess::NotRunning || process.waitForFinished(start.timeoutMs);
+    if (!finished) {
+        process.kill();
+        process.waitForFinished();
+    }
     CliRun run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-    if (process.exitStatus() == QProcess::NormalExit)
+    if (finished && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
     return run;
+}
+
+inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)
+{
+    CliStart start;
+    start.locale = locale;
+    return runCli(arguments, start);
 }

@@ -193,10 +193,10 @@ QString outputPath(const QCommandLineParser &parser, const QCommandLineOption &o
     if (!parser.isSet(option))
         return fallback;
     const QString path = parser.value(option);
+    const QString name = option.names().first();
     if (path.isEmpty())
-        throw CliFailure(2, QStringLiteral("-%1%2 takes a file name, or - for standard output")
-                                .arg(option.names().first().size() > 1 ? QStringLiteral("-") : QString(),
-                                     option.names().first()));
+        throw CliFailure(2, QStringLiteral("%1%2 takes a file name, or - for standard output")
+                                .arg(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"), name));
     return path;
 }
 

@@ -10,16 +10,14 @@
 #include <clocale>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace {
 
 const QStringList SampleSuffixes{".map", ".P1", ".P2", ".P3", ".P4", ".P5", ".VMK"};
 
-// The sample game in a scratch folder, its files named from `base` with the
-// suffixes in `suffixCase` (as given, or lower-case as Windows copies keep
-// them).
+// The sample game in a scratch folder, its files named from `base`, the
+// reports' and annotation file's suffixes in lower case if asked.
 void copySample(const TestGame &game, const QString &base = "MARCHES", bool lowerSuffixes = false)
 {
     for (const QString &suffix : SampleSuffixes) {
@@ -110,7 +108,9 @@ private slots:
     void refusedTargets_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("link"); // "NAME>TARGET" symbolic, "NAME=TARGET" hard
+        // "NAME>TARGET" a symbolic link, "NAME=TARGET" a hard one, ">>NAME"
+        // standard output appended to NAME
+        QTest::addColumn<QString>("link");
         QTest::newRow("the map") << QStringList{"export", "%1/MARCHES.map", "-o", "%1/MARCHES.map"} << "";
         QTest::newRow("a report, in another case") << QStringList{"export", "%1/MARCHES.map", "-o", "%1/marches.p2"} << "";
         QTest::newRow("a report's name, not yet there")
@@ -127,6 +127,7 @@ private slots:
                                            << "";
         QTest::newRow("both on standard output")
             << QStringList{"render", "%1/MARCHES.map", "-o", "-", "--trace", "-"} << "";
+        QTest::newRow("standard output appended to a report") << QStringList{"export", "%1/MARCHES.map"} << ">>MARCHES.P5";
     }
     void refusedTargets()
     {
@@ -139,8 +140,13 @@ private slots:
             QVERIFY(QFile::link(link.mid(symbolic + 1), game.path(link.left(symbolic))));
         if (hard > 0)
             QVERIFY(::link(QFile::encodeName(game.path(link.mid(hard + 1))), QFile::encodeName(game.path(link.left(hard)))) == 0);
+        CliStart start;
+        if (link.startsWith(">>")) {
+            start.outputFile = game.path(link.mid(2));
+            start.appendOutput = true;
+        }
         const QStringList before = folderState(game.dir());
-        const CliRun run = runCli(inFolder(game, arguments));
+        const CliRun run = runCli(inFolder(game, arguments), start);
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(oneLine(run) && (run.err.contains("cannot write there") || run.err.contains("the same file")),

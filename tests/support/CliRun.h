@@ -17,8 +17,9 @@ struct CliStart {
     QByteArray locale = "de_DE.UTF-8";
     // ulimit -f, in kilobytes; 0 for none.
     int fileSizeLimit = 0;
-    // Standard output into this file instead of kept.
+    // Standard output into this file instead of kept, appended to it if asked.
     QString outputFile;
+    bool appendOutput = false;
     QString workingDirectory;
     // Done while the program runs (reading a FIFO it writes).
     std::function<void(QProcess &)> whileRunning;
@@ -34,7 +35,7 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(start.workingDirectory);
     if (!start.outputFile.isEmpty())
-        process.setStandardOutputFile(start.outputFile);
+        process.setStandardOutputFile(start.outputFile, start.appendOutput ? QIODevice::Append : QIODevice::Truncate);
     if (start.fileSizeLimit > 0)
         process.start("sh", QStringList{"-c", QString("ulimit -f %1 && exec \"$0\" \"$@\"").arg(start.fileSizeLimit),
                                         VELTRO_CLI} + arguments);

@@ -1,5 +1,6 @@
 #include "StarsSettings.h"
 
+#include "GameFolder.h"
 #include "SettingsFile.h"
 
 #include <QDir>
@@ -11,33 +12,6 @@ QString winePrefix()
 {
     const QString prefix = qEnvironmentVariable("WINEPREFIX");
     return prefix.isEmpty() ? QDir::home().filePath(QStringLiteral(".wine")) : prefix;
-}
-
-// Follows a relative path component by component, each matched without
-// regard to case, as Windows would.
-QString findPathNoCase(const QString &root, const QStringList &components)
-{
-    QString path = root;
-    for (const QString &component : components) {
-        if (component.isEmpty())
-            continue;
-        const QDir dir(path);
-        if (QFileInfo(dir.filePath(component)).exists()) {
-            path = dir.filePath(component);
-            continue;
-        }
-        const QStringList entries = dir.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
-        QString match;
-        for (const QString &entry : entries)
-            if (entry.compare(component, Qt::CaseInsensitive) == 0) {
-                match = entry;
-                break;
-            }
-        if (match.isEmpty())
-            return QString();
-        path = dir.filePath(match);
-    }
-    return path;
 }
 
 } // namespace

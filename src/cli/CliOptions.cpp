@@ -8,10 +8,8 @@
 #include "Subcommands.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QFile>
+#include <QRegularExpression>
 #include <QTextStream>
-#include <cstdio>
 
 namespace {
 
@@ -23,6 +21,20 @@ int playerNumber(const QString &text, int lowest, const QString &option)
         throw CliFailure(2, QStringLiteral("%1 takes a player number from %2 to 16, not %3")
                                 .arg(option).arg(lowest).arg(quoted(text)));
     return n;
+}
+
+// A year box's text from the command line: a whole number, signed or not,
+// that fits the game's 16-bit years. The window takes any text and reads
+// its leading number; a script that writes "2,431" or "1e3" has made a
+// mistake and is told so.
+QString yearText(const QString &text, const QString &option)
+{
+    bool ok = false;
+    const int year = text.toInt(&ok);
+    static const QRegularExpression whole(QStringLiteral("^[+-]?[0-9]+$"));
+    if (!ok || !whole.match(text).hasMatch() || year < -32768 || year > 32767)
+        throw CliFailure(2, QStringLiteral("%1 takes a whole year from -32768 to 32767, not %2").arg(option, quoted(text)));
+    return text;
 }
 
 } // namespace
@@ -47,7 +59,7 @@ void parseCommandLine(QCommandLineParser &parser, const QStringList &arguments)
     parser.addHelpOption();
     parser.addVersionOption();
     if (!parser.parse(arguments))
-        throw CliFailure(2, parser.errorText());
+        throw CliFailure(2, escapeControls(parser.errorText()));
     // Only help and version are left for process() to act on; its own
     // handling of errors would exit with 1, not the usage status.
     parser.process(arguments);
@@ -73,37 +85,65 @@ GameChoice gameChoice(const QCommandLineParser &parser)
     GameChoice choice;
     if (parser.isSet(QStringLiteral("own")))
         choice.ownRace = playerNumber(parser.value(QStringLiteral("own")), 1, QStringLiteral("--own"));
-    choice.gameYearText = parser.value(QStringLiteral("year"));
+    if (parser.isSet(QStringLiteral("year")))
+        choice.gameYearText = yearText(parser.value(QStringLiteral("year")), QStringLiteral("--year"));
     for (const QString &pair : parser.values(QStringLiteral("report-year"))) {
         const qsizetype eq = pair.indexOf(u'=');
         if (eq < 0)
             throw CliFailure(2, QStringLiteral("--report-year takes N=Y, not %1").arg(quoted(pair)));
         const int n = playerNumber(pair.left(eq), 1, QStringLiteral("--report-year"));
-        choice.reportYearTexts[n] = pair.mid(eq + 1);
+        choice.reportYearTexts[n] = yearText(pair.mid(eq + 1), QStringLiteral("--report-year %1=Y").arg(n));
     }
     for (const QString &n : parser.values(QStringLiteral("skip")))
         choice.skipped << playerNumber(n, 0, QStringLiteral("--skip"));
     return choice;
 }
 
+namespace {
+
+// The load's warnings, held back until it succeeds: a failure is one line.
+class ConsoleObserver : public GenerationObserver {
+public:
+    void warning(const QString &text) override { m_warnings << text; }
+    void printWarnings() const
+    {
+        for (const QString &text : m_warnings)
+            QTextStream(stderr) << "warning: " << escapeControls(text) << '\n';
+    }
+
+private:
+    QStringList m_warnings;
+};
+
+void requireMapFile(const QString &mapFile)
+{
+    const QFileInfo info(mapFile);
+    if (!info.exists())
+        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
+    if (!info.isFile())
+        throw CliFailure(2, QStringLiteral("%1: not a regular file, so not a map file").arg(escapeControls(mapFile)));
+}
+
+} // namespace
+
 void loadGame(const QString &mapFile, const GameChoice &choice, GameData &data)
 {
-    if (!QFileInfo(mapFile).isFile())
-        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
-    GenerationObserver silent;
+    requireMapFile(mapFile);
+    ConsoleObserver observer;
     try {
-        loadChosenGame(mapFile, choice, data, silent);
+        loadChosenGame(mapFile, choice, data, observer);
     } catch (const SelectionRefused &refused) {
-        throw CliFailure(2, refused.message);
+        throw CliFailure(2, refused.file.isEmpty() ? refused.message
+                                                   : QStringLiteral("%1: %2").arg(escapeControls(refused.file), refused.message));
     } catch (const LoadError &e) {
         throw CliFailure(1, e.message());
     }
+    observer.printWarnings();
 }
 
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data)
 {
-    if (!QFileInfo(mapFile).isFile())
-        throw CliFailure(2, QStringLiteral("%1: no such map file").arg(escapeControls(mapFile)));
+    requireMapFile(mapFile);
     loadGame(mapFile, gameChoice(parser), data);
 }
 
@@ -129,7 +169,35 @@ ZoomWindow parseZoom(const QString &text)
         z.width = parts[2].toInt(&ok);
     if (!ok)
         throw CliFailure(2, QStringLiteral("--zoom takes X,Y,W in whole light years, not %1").arg(quoted(text)));
+    // A width of 0 is the game's own division by zero, reported when the
+    // view is set; a negative one is no square at all.
+    if (z.width < 0)
+        throw CliFailure(2, QStringLiteral("--zoom: the width W must not be negative, not %1").arg(z.width));
+    if (qint64(z.x) + z.width > INT32_MAX || qint64(z.y) + z.width > INT32_MAX)
+        throw CliFailure(2, QStringLiteral("--zoom: X + W and Y + W must stay below 2147483648, not %1").arg(quoted(text)));
     return z;
+}
+
+QCommandLineOption zoomOption()
+{
+    return {QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."), QStringLiteral("X,Y,W")};
+}
+
+QCommandLineOption outputOption(const QString &description)
+{
+    return {QStringLiteral("o"), description, QStringLiteral("FILE")};
+}
+
+QString outputPath(const QCommandLineParser &parser, const QCommandLineOption &option, const QString &fallback)
+{
+    if (!parser.isSet(option))
+        return fallback;
+    const QString path = parser.value(option);
+    const QString name = option.names().first();
+    if (path.isEmpty())
+        throw CliFailure(2, QStringLiteral("%1%2 takes a file name, or - for standard output")
+                                .arg(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"), name));
+    return path;
 }
 
 OverlayButtons parseLayers(const QString &list)
@@ -155,25 +223,11 @@ int pictureSize(const QCommandLineParser &parser)
 
 void ConsoleHost::showMessage(const QString &text)
 {
-    QTextStream(stderr) << text << '\n';
+    QTextStream(stderr) << escapeControls(text) << '\n';
 }
 
-void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write)
+void ConsoleHost::showFileMessage(const QString &file, const QString &text)
 {
-    if (path.isEmpty()) {
-        QFile out;
-        if (!out.open(stdout, QIODevice::WriteOnly))
-            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
-        write(out);
-        if (!out.flush() || out.error() != QFileDevice::NoError)
-            throw CliFailure(1, QStringLiteral("cannot write to standard output (%1)").arg(out.errorString()));
-        return;
-    }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        write(file);
-        if (file.commit())
-            return;
-    }
-    throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(path), file.errorString()));
+    showMessage(QStringLiteral("%1: %2").arg(file, text));
 }
+

@@ -8,9 +8,7 @@
 #include "RedrawHost.h"
 
 #include <QCommandLineParser>
-#include <QIODevice>
 #include <QString>
-#include <functional>
 #include <stdexcept>
 
 // A run that must end: status 2 for usage and selection errors, 1 for a
@@ -41,7 +39,9 @@ QString parseWithMapFile(QCommandLineParser &parser, const QStringList &argument
 GameChoice gameChoice(const QCommandLineParser &parser);
 
 // Picks MAPFILE as the file selection window would, applies the choice,
-// runs its checks and then the generation. Throws CliFailure.
+// runs its checks and then the generation; a failed check names the file it
+// concerns. Prints the load's warnings once it has succeeded. Throws
+// CliFailure.
 void loadGame(const QString &mapFile, const GameChoice &choice, GameData &data);
 void loadGame(const QString &mapFile, const QCommandLineParser &parser, GameData &data);
 
@@ -52,8 +52,17 @@ struct ZoomWindow {
     // Sets the view; DivisionByZeroError for a width of 0.
     void applyTo(GameData &data) const;
 };
-// Usage error (2) for anything but three whole numbers.
+// Usage error (2) for anything but three whole numbers, a negative width,
+// or a view whose far edges do not fit 32 bits.
 ZoomWindow parseZoom(const QString &text);
+QCommandLineOption zoomOption();
+
+// -o FILE, with the command's own description.
+QCommandLineOption outputOption(const QString &description);
+// The option's path; `fallback` when it is not given ("-" is standard
+// output). An empty name is a usage error.
+QString outputPath(const QCommandLineParser &parser, const QCommandLineOption &option,
+                   const QString &fallback = QStringLiteral("-"));
 
 // --layers LIST: the overlay buttons pressed, by their layer names in any
 // order; an unknown name is a usage error.
@@ -66,8 +75,5 @@ int pictureSize(const QCommandLineParser &parser);
 class ConsoleHost : public RedrawHost {
 public:
     void showMessage(const QString &text) override;
+    void showFileMessage(const QString &file, const QString &text) override;
 };
-
-// Runs `write` on the file (replaced atomically once all is written) or on
-// standard output when `path` is empty. Throws CliFailure.
-void writeOutput(const QString &path, const std::function<void(QIODevice &)> &write);

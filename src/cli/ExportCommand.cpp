@@ -2,30 +2,33 @@
 
 #include "CliOptions.h"
 #include "GameExport.h"
+#include "OutputTarget.h"
 #include "QuotedText.h"
 
 int runExport(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addGameSelectionOptions(parser);
-    parser.addOption({QStringLiteral("format"), QStringLiteral("json (default) or csv."), QStringLiteral("FORMAT"),
-                      QStringLiteral("json")});
-    parser.addOption({QStringLiteral("grid"), QStringLiteral("Include the territory grid (JSON).")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("Write to FILE instead of standard output."),
-                      QStringLiteral("FILE")});
+    const QCommandLineOption format(QStringLiteral("format"), QStringLiteral("json (default) or csv."),
+                                    QStringLiteral("FORMAT"), QStringLiteral("json"));
+    const QCommandLineOption grid(QStringLiteral("grid"), QStringLiteral("Include the territory grid (JSON)."));
+    const QCommandLineOption output = outputOption(QStringLiteral("Write to FILE instead of standard output."));
+    parser.addOptions({format, grid, output});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("export"));
-    const QString format = parser.value(QStringLiteral("format"));
-    if (format != u"json" && format != u"csv")
-        throw CliFailure(2, QStringLiteral("--format is json or csv, not %1").arg(quoted(format)));
+    const QString formatName = parser.value(format);
+    if (formatName != u"json" && formatName != u"csv")
+        throw CliFailure(2, QStringLiteral("--format is json or csv, not %1").arg(quoted(formatName)));
+    const QString out = outputPath(parser, output);
+    refuseClashingTargets({{QStringLiteral("-o"), out}}, gameInputs(mapFile));
 
     GameData data;
     loadGame(mapFile, parser, data);
-    const bool grid = parser.isSet(QStringLiteral("grid"));
-    writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) {
-        if (format == u"csv")
-            exportCsv(data, out);
+    const bool withGrid = parser.isSet(grid);
+    writeOutput(out, [&](QIODevice &device) {
+        if (formatName == u"csv")
+            exportCsv(data, device);
         else
-            exportJson(data, grid, out);
+            exportJson(data, withGrid, device);
     });
     return 0;
 }

@@ -5,13 +5,12 @@
 #include "GifAnimation.h"
 #include "History.h"
 #include "LoadError.h"
+#include "OutputTarget.h"
 #include "QuotedText.h"
 #include "RaceColourOption.h"
 #include "TurnsOptions.h"
 
 #include <QDir>
-#include <QImageWriter>
-#include <QSaveFile>
 #include <QTextStream>
 #include <QtConcurrent/QtConcurrentRun>
 #include <optional>
@@ -30,11 +29,22 @@ int frameDelay(const QCommandLineParser &parser)
     return conv::toInt32(ms / 10.0);
 }
 
-void savePng(const QImage &frame, const QString &path)
+QString framePath(const QString &framesDir, int year)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !QImageWriter(&file, "png").write(frame) || !file.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(path)));
+    return QDir(framesDir).filePath(QStringLiteral("%1.png").arg(year));
+}
+
+// Neither the animation nor a frame may be written over a file of a turn.
+void refuseClashingOutputs(const QString &out, const QString &framesDir, const QList<Snapshot> &snapshots)
+{
+    QList<OutputTarget> targets{{QStringLiteral("-o"), out}};
+    QStringList inputs;
+    for (const Snapshot &snapshot : snapshots) {
+        inputs << gameInputs(snapshot.mapFile);
+        if (!framesDir.isEmpty())
+            targets.append({QStringLiteral("--frames"), framePath(framesDir, snapshot.year)});
+    }
+    refuseClashingTargets(targets, inputs);
 }
 
 // A frame, or the message of its failure (the drawing threads cannot throw
@@ -83,9 +93,10 @@ int runHistory(const QStringList &arguments)
     const int delay = frameDelay(parser);
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     const QString out = parser.value(QStringLiteral("o"));
-    if (!out.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive))
-        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif"));
+    if (!out.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive) && out != u"-")
+        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif, or - for standard output"));
     const QString framesDir = parser.value(QStringLiteral("frames"));
+    refuseClashingOutputs(out, framesDir, snapshots);
     if (!framesDir.isEmpty() && !QDir().mkpath(framesDir))
         throw CliFailure(1, QStringLiteral("%1: cannot create the folder").arg(escapeControls(framesDir)));
     const GameChoice choice = gameChoice(parser);
@@ -96,11 +107,9 @@ int runHistory(const QStringList &arguments)
     History history(std::move(turns), std::move(colours));
     const HistoryFrameLayout layout = history.layout(pixels);
 
-    QSaveFile file(out);
-    if (!file.open(QIODevice::WriteOnly))
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(out), file.errorString()));
+    OutputFile file(out);
     try {
-        GifAnimation gif(file, layout.size(), delay);
+        GifAnimation gif(file.device(), layout.size(), delay);
         // Frames are drawn on every core while this thread encodes them in
         // year order; the pool waits for its threads before `history` goes.
         QThreadPool pool;
@@ -118,7 +127,7 @@ int runHistory(const QStringList &arguments)
                     }
                     history.release(i);
                     if (!framesDir.isEmpty())
-                        savePng(drawn.image, QDir(framesDir).filePath(QStringLiteral("%1.png").arg(history.year(i))));
+                        writeImage(framePath(framesDir, history.year(i)), drawn.image, "png");
                 } catch (const CliFailure &failure) {
                     drawn.failure = failure;
                 }
@@ -134,9 +143,8 @@ int runHistory(const QStringList &arguments)
         }
         gif.finish();
     } catch (const GifError &e) {
-        throw CliFailure(1, QStringLiteral("%1: cannot write the animation (%2)").arg(escapeControls(out), QString::fromUtf8(e.what())));
+        file.fail(QString::fromUtf8(e.what()));
     }
-    if (!file.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(out), file.errorString()));
+    file.commit();
     return 0;
 }

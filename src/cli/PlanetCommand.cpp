@@ -2,13 +2,16 @@
 #include "QuotedText.h"
 
 #include "CliOptions.h"
+#include "Conversions.h"
 #include "InteractionHost.h"
 #include "MapPointer.h"
 #include "MapView.h"
 #include "PlanetQuery.h"
+#include "OutputTarget.h"
 
 #include <QJsonDocument>
 #include <QTextStream>
+#include <cmath>
 
 namespace {
 
@@ -33,8 +36,8 @@ Spot parseSpot(const QString &text)
         s.x = parts[0].toDouble(&ok);
     if (ok)
         s.y = parts[1].toDouble(&ok);
-    if (!ok)
-        throw CliFailure(2, QStringLiteral("--at takes X,Y in light years, not %1").arg(quoted(text)));
+    if (!ok || !std::isfinite(s.x) || !std::isfinite(s.y))
+        throw CliFailure(2, QStringLiteral("--at takes X,Y as two finite numbers of light years, not %1").arg(quoted(text)));
     return s;
 }
 
@@ -48,18 +51,19 @@ int runPlanet(const QStringList &arguments)
                       QStringLiteral("X,Y")});
     parser.addOption({QStringLiteral("number"), QStringLiteral("The panel of planet row N alone, without a pointer."),
                       QStringLiteral("N")});
-    parser.addOption({QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."),
-                      QStringLiteral("X,Y,W")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("Write to FILE instead of standard output."),
-                      QStringLiteral("FILE")});
+    const QCommandLineOption zoom = zoomOption();
+    const QCommandLineOption output = outputOption(QStringLiteral("Write to FILE instead of standard output."));
+    parser.addOptions({zoom, output});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("planet"));
     const bool pointer = parser.isSet(QStringLiteral("at"));
     if (pointer == parser.isSet(QStringLiteral("number")))
         throw CliFailure(2, QStringLiteral("planet takes one of --at X,Y and --number N"));
     const Spot spot = pointer ? parseSpot(parser.value(QStringLiteral("at"))) : Spot{};
     std::optional<ZoomWindow> zoomWindow;
-    if (parser.isSet(QStringLiteral("zoom")))
-        zoomWindow = parseZoom(parser.value(QStringLiteral("zoom")));
+    if (parser.isSet(zoom))
+        zoomWindow = parseZoom(parser.value(zoom));
+    const QString out = outputPath(parser, output);
+    refuseClashingTargets({{QStringLiteral("-o"), out}}, gameInputs(mapFile));
 
     GameData data;
     loadGame(mapFile, parser, data);
@@ -74,12 +78,12 @@ int runPlanet(const QStringList &arguments)
 
     Canvas canvas;
     OverlayButtons buttons;
-    ZoomFlags zoom;
-    ZoomTool zoomTool(data, zoom, buttons, canvas);
+    ZoomFlags zoomFlags;
+    ZoomTool zoomTool(data, zoomFlags, buttons, canvas);
     AnnotationTools annotations(data, canvas);
     PlanetDetail detail;
     detail.nameRaces(data);
-    MapPointer mapPointer(data, zoom, zoomTool, annotations, detail);
+    MapPointer mapPointer(data, zoomFlags, zoomTool, annotations, detail);
     QuietHost host;
     QJsonObject o;
     try {
@@ -100,6 +104,6 @@ int runPlanet(const QStringList &arguments)
     }
 
     const QByteArray text = QJsonDocument(o).toJson(QJsonDocument::Indented);
-    writeOutput(parser.value(QStringLiteral("o")), [&](QIODevice &out) { out.write(text); });
+    writeOutput(out, [&](QIODevice &device) { device.write(text); });
     return 0;
 }

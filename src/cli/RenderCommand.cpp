@@ -4,6 +4,7 @@
 #include "EstHabOverlay.h"
 #include "MapPicture.h"
 #include "MineralOverlays.h"
+#include "OutputTarget.h"
 #include "PlanetNames.h"
 #include "QuotedText.h"
 #include "RaceColourOption.h"
@@ -11,11 +12,9 @@
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
 
-#include <QFile>
 #include <QHash>
-#include <QSaveFile>
-#include <QTextStream>
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -50,6 +49,34 @@ MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
     return *entry;
 }
 
+// The races the estimates were asked for must be in the game: a name that
+// matches no column of the race table would only divide by zero.
+void requireEstimatedRaces(const QStringList &races, const GameData &data)
+{
+    for (const QString &race : races) {
+        bool known = false;
+        QStringList names;
+        for (int k = 1; k <= MaxPlayers; ++k) {
+            known = known || data.player(k)[RaceName].is(race);
+            if (k <= data.PlayerCount)
+                names << escapeControls(data.player(k)[RaceName].text());
+        }
+        if (!known)
+            throw CliFailure(2, QStringLiteral("--overlay esthab=%1: no race of that name in this game; its races are: %2")
+                                    .arg(escapeControls(race), names.join(QStringLiteral(", "))));
+    }
+}
+
+// The picture's format by the file's extension; standard output takes PNG.
+QByteArray pictureFormat(const QString &out)
+{
+    if (out == u"-" || out.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
+        return "png";
+    if (out.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive))
+        return "bmp";
+    throw CliFailure(2, QStringLiteral("-o takes a picture file ending in .png or .bmp, or - for a PNG on standard output"));
+}
+
 } // namespace
 
 int runRender(const QStringList &arguments)
@@ -58,8 +85,8 @@ int runRender(const QStringList &arguments)
     addGameSelectionOptions(parser);
     parser.addOption({QStringLiteral("layers"), QStringLiteral("Comma-separated overlay buttons to press."),
                       QStringLiteral("LIST")});
-    parser.addOption({QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."),
-                      QStringLiteral("X,Y,W")});
+    const QCommandLineOption zoom = zoomOption();
+    parser.addOption(zoom);
     parser.addOption({QStringLiteral("size"), QStringLiteral("Picture size in pixels (default 1000)."),
                       QStringLiteral("PX"), QStringLiteral("1000")});
     parser.addOption({QStringLiteral("overlay"),
@@ -70,61 +97,72 @@ int runRender(const QStringList &arguments)
                       QStringLiteral("Draw race NAME (as the reports name it) in colour #RRGGBB, as the race colour "
                                      "editor would; red + green + blue must reach 192 (repeatable)."),
                       QStringLiteral("NAME=#RRGGBB")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("The picture, PNG or BMP."), QStringLiteral("FILE")});
-    parser.addOption({QStringLiteral("trace"), QStringLiteral("Also write every canvas operation."),
-                      QStringLiteral("FILE")});
+    const QCommandLineOption output = outputOption(QStringLiteral("The picture, PNG or BMP (- for a PNG on standard output)."));
+    const QCommandLineOption trace(QStringLiteral("trace"), QStringLiteral("Also write every canvas operation."),
+                                   QStringLiteral("FILE"));
+    parser.addOptions({output, trace});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("render"));
 
     OverlayButtons buttons = parseLayers(parser.value(QStringLiteral("layers")));
     HabCarry habCarry;
     std::vector<MenuOverlay> overlays;
-    for (const QString &name : parser.values(QStringLiteral("overlay")))
+    QStringList estimatedRaces;
+    for (const QString &name : parser.values(QStringLiteral("overlay"))) {
         overlays.push_back(menuOverlay(name, habCarry));
+        if (name.startsWith(QLatin1String("esthab=")))
+            estimatedRaces << name.mid(7);
+    }
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     const int pixels = pictureSize(parser);
-    const QString out = parser.value(QStringLiteral("o"));
-    if (!out.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)
-        && !out.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive))
-        throw CliFailure(2, QStringLiteral("-o takes a picture file ending in .png or .bmp"));
+    const QString out = outputPath(parser, output, QString());
+    const QByteArray format = pictureFormat(out);
+    const QString tracePath = outputPath(parser, trace, QString());
     std::optional<ZoomWindow> zoomWindow;
-    if (parser.isSet(QStringLiteral("zoom"))) {
-        zoomWindow = parseZoom(parser.value(QStringLiteral("zoom")));
+    if (parser.isSet(zoom)) {
+        zoomWindow = parseZoom(parser.value(zoom));
         if (buttons.pressed(TerritoryButton))
             throw CliFailure(2, QStringLiteral("territory cannot be drawn zoomed: the zoom disables it"));
     }
+    QList<OutputTarget> targets{{QStringLiteral("-o"), out}};
+    if (!tracePath.isEmpty())
+        targets.append({QStringLiteral("--trace"), tracePath});
+    refuseClashingTargets(targets, gameInputs(mapFile));
 
     GameData data;
     loadGame(mapFile, parser, data);
     applyRaceColours(raceColours, data);
+    requireEstimatedRaces(estimatedRaces, data);
 
     MapPicture picture(pixels);
-    QSaveFile traceFile(parser.value(QStringLiteral("trace")));
-    if (parser.isSet(QStringLiteral("trace"))) {
-        if (!traceFile.open(QIODevice::WriteOnly))
-            throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)")
-                                    .arg(escapeControls(traceFile.fileName()), traceFile.errorString()));
-        picture.canvas().addSurface(std::make_shared<TraceRecorder>(static_cast<QIODevice &>(traceFile)));
+    if (picture.raster().image().isNull())
+        throw CliFailure(1, QStringLiteral("not enough memory for a picture of %1 x %1 pixels").arg(pixels));
+    std::optional<OutputFile> traceFile;
+    if (!tracePath.isEmpty()) {
+        traceFile.emplace(tracePath);
+        picture.canvas().addSurface(std::make_shared<TraceRecorder>(traceFile->device()));
     }
 
-    ZoomFlags zoom;
+    ZoomFlags zoomFlags;
     ConsoleHost host;
     try {
         if (zoomWindow) {
             // The view of a finished zoom: the zoom button stays pressed.
             buttons.setPressedQuietly(ZoomInButton, true);
-            zoom.ZoomArmed = 1;
+            zoomFlags.ZoomArmed = 1;
             zoomWindow->applyTo(data);
         }
-        picture.redraw(data, buttons, zoom, host);
+        picture.redraw(data, buttons, zoomFlags, host);
         for (const MenuOverlay &overlay : overlays)
             overlay(data, picture.canvas());
     } catch (const std::exception &e) {
         throw CliFailure(1, QStringLiteral("drawing the map failed: %1").arg(QString::fromUtf8(e.what())));
     }
 
-    if (traceFile.isOpen() && !traceFile.commit())
-        throw CliFailure(1, QStringLiteral("%1: cannot write the file").arg(escapeControls(traceFile.fileName())));
-    if (!picture.raster().save(out))
-        throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(out)));
+    // Both files are complete before either replaces what was there.
+    OutputFile pictureFile(out);
+    pictureFile.device().write(encodeImage(out, picture.raster().image(), format));
+    if (traceFile)
+        traceFile->commit();
+    pictureFile.commit();
     return 0;
 }

@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QTextStream>
+#include <csignal>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -51,11 +53,36 @@ int runTopLevel(const QStringList &arguments)
                             .arg(quoted(positional.first()), subcommandNames().join(QStringLiteral(", "))));
 }
 
+// Qt reads every argument, and every file name, as UTF-8: a name in another
+// encoding (Latin-1 bytes from an old archive) would turn into other
+// characters and name no file. Such an argument is refused for what it is,
+// its odd bytes shown, instead of a file said to be missing.
+void refuseArgumentsNotInUtf8(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray bytes(argv[i]);
+        if (QString::fromUtf8(bytes).toUtf8() == bytes)
+            continue;
+        QString shown;
+        for (const char c : bytes)
+            shown += c >= 0x20 && c < 0x7F ? QString(QLatin1Char(c))
+                                           : QStringLiteral("\\x") + QString::number(uchar(c), 16).toUpper().rightJustified(2, u'0');
+        QTextStream(stderr) << "argument " << i << " is not UTF-8 text: \"" << shown
+                            << "\"; file names are read as UTF-8, so give the file a UTF-8 name\n";
+        std::exit(2);
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     qInstallMessageHandler(quietQtMessages);
+    refuseArgumentsNotInUtf8(argc, argv);
+    // Past a file size limit (ulimit -f) the system stops the process at the
+    // write that crosses it, leaving a temporary file behind; ignored, that
+    // write fails with "File too large" and the command reports it.
+    std::signal(SIGXFSZ, SIG_IGN);
     const Subcommand *subcommand = argc > 1 ? findSubcommand(QString::fromLocal8Bit(argv[1])) : nullptr;
     const bool drawsPictures = subcommand && subcommand->drawsPictures;
     // Drawing needs fonts and images; without a display it runs offscreen.

@@ -1,11 +1,10 @@
 #include "Conversions.h"
 
+#include <QByteArrayView>
 #include <QLocale>
-
 #include <QVarLengthArray>
-#include <clocale>
-#include <cstdlib>
-#include <locale.h>
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -43,20 +42,60 @@ qsizetype numberPrefix(QStringView s)
     return i;
 }
 
-// The files' numbers always use "." whatever the user's locale (which Qt
-// hands to the C library), so they are read in the C locale.
+// Roughly the power of ten of a decimal number (sign, digits, point,
+// exponent) that is not 0: enough to tell a number beyond the double's
+// range from one below it.
+long long orderOfMagnitude(QByteArrayView number)
+{
+    qsizetype i = number.startsWith('-') ? 1 : 0;
+    long long wholeDigits = 0;   // before the point, from the first that is not 0
+    long long leadingZeros = 0;  // after the point, before the first that is not 0
+    bool significant = false;
+    bool fraction = false;
+    for (; i < number.size() && number[i] != 'e'; ++i) {
+        const char c = number[i];
+        if (c == '.') {
+            fraction = true;
+        } else if (!fraction) {
+            significant = significant || c != '0';
+            wholeDigits += significant;
+        } else if (!significant) {
+            significant = c != '0';
+            leadingZeros += !significant;
+        }
+    }
+    const bool negative = i + 1 < number.size() && number[i + 1] == '-';
+    long long exponent = 0;
+    for (++i; i < number.size(); ++i)
+        if (number[i] >= '0' && number[i] <= '9')
+            exponent = std::min(exponent * 10 + (number[i] - '0'), 1'000'000'000'000LL);
+    return (wholeDigits > 0 ? wholeDigits : -leadingZeros) + (negative ? -exponent : exponent);
+}
+
+// The files' numbers always use "." whatever the user's locale, so they are
+// read by std::from_chars, which no locale touches.
 double parsePrefix(QStringView s, qsizetype len)
 {
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
     // The prefix is ASCII by construction. Copied on the stack: a load
     // converts some ten thousand numbers, each a heap allocation otherwise.
-    QVarLengthArray<char, 64> bytes(len + 1);
+    QVarLengthArray<char, 64> bytes;
+    bytes.reserve(len);
     for (qsizetype i = 0; i < len; ++i) {
         const char c = char(s[i].unicode());
-        bytes[i] = (c == 'd' || c == 'D') ? 'e' : c;
+        if (i == 0 && c == '+')
+            continue; // from_chars takes no plus sign
+        bytes.append((c == 'd' || c == 'D') ? 'e' : c);
     }
-    bytes[len] = '\0';
-    return strtod_l(bytes.constData(), nullptr, cLocale);
+    const qsizetype n = bytes.size();
+    double value = 0;
+    if (std::from_chars(bytes.constData(), bytes.constData() + n, value).ec == std::errc::result_out_of_range) {
+        // Beyond the double's range from_chars leaves the value alone: it is
+        // an infinity above the range and a zero below it.
+        const double magnitude = orderOfMagnitude(QByteArrayView(bytes.constData(), n)) > 0
+                                     ? std::numeric_limits<double>::infinity() : 0.0;
+        return s[0] == u'-' ? -magnitude : magnitude;
+    }
+    return value;
 }
 
 qsizetype skipBlanks(QStringView s, qsizetype i)
@@ -139,6 +178,15 @@ float toSingle(double x)
     if (std::isinf(f))
         throw OverflowError();
     return f;
+}
+
+double shortestDecimal(float x)
+{
+    char text[32];
+    const auto written = std::to_chars(text, text + sizeof text, x);
+    double value = 0;
+    std::from_chars(text, written.ptr, value);
+    return value;
 }
 
 double round2(double x)

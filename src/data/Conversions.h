@@ -59,6 +59,10 @@ double divide(double a, double b);
 // positions, radii and angles; OverflowError beyond the float's range.
 float toSingle(double x);
 
+// The double that a float's shortest decimal text stands for: how the
+// trace writes a single-precision value, for writers that take doubles.
+double shortestDecimal(float x);
+
 // Round(x, 2): half to even of x * 100, divided by 100.
 double round2(double x);
 // Round(x, 3) likewise, with 1000.

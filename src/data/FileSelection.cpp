@@ -18,6 +18,8 @@ QString FileSelection::clickMapFile(const QString &dir, const QString &fileName)
     const QString base = baseName(fileName);
     m_data.MapFilePath = QDir(dir).filePath(fileName);
     m_data.AnnotationFilePath = QDir(dir).filePath(base + QStringLiteral(".VMK"));
+    m_concerned = m_data.MapFilePath;
+    m_notes.clear();
 
     const GameFolder folder(dir);
     if (folder.startingWith(base + QStringLiteral(".P")).isEmpty())
@@ -30,13 +32,13 @@ QString FileSelection::clickMapFile(const QString &dir, const QString &fileName)
     m_hintShown = false;
     m_data.OwnRace = 0;
 
-    const QString oldStyle = folder.find(base + QStringLiteral(".PLA"));
+    const QString oldStyle = findReport(folder, base + QStringLiteral(".PLA"));
     if (oldStyle.isEmpty()) {
         m_hintShown = true;
         m_data.ReportFormat = 30;
         for (int n = 1; n <= MaxPlayers; ++n) {
             const QString name = base + QStringLiteral(".P") + QString::number(n);
-            const QString path = folder.find(name);
+            const QString path = findReport(folder, name);
             if (path.isEmpty())
                 continue;
             m_data.GameFiles[size_t(n)].path = path;
@@ -52,6 +54,34 @@ QString FileSelection::clickMapFile(const QString &dir, const QString &fileName)
         m_data.OwnRace = 1;
     }
     return QString();
+}
+
+QString FileSelection::findReport(const GameFolder &folder, const QString &name)
+{
+    const QStringList found = folder.matches(name);
+    const QString note = caseTwinsNote(found);
+    if (!note.isEmpty())
+        m_notes << note;
+    const QString folderOfName = folder.find(name, GameFolder::Kind::Folder);
+    if (!folderOfName.isEmpty())
+        m_notes << QStringLiteral("%1 is a folder, not a report: it is not read").arg(folderOfName);
+    return found.isEmpty() ? QString() : found.first();
+}
+
+QStringList FileSelection::gameFileNames(const QString &mapFileName)
+{
+    const QString base = baseName(mapFileName);
+    QStringList names{mapFileName};
+    for (int n = 1; n <= MaxPlayers; ++n)
+        names << base + QStringLiteral(".P") + QString::number(n);
+    names << base + QStringLiteral(".PLA") << base + QStringLiteral(".VMK");
+    return names;
+}
+
+QString FileSelection::fileOfRow(int i) const
+{
+    const QString &path = m_data.GameFiles[size_t(i)].path;
+    return path.isEmpty() ? m_data.MapFilePath : path;
 }
 
 void FileSelection::toggleRow(int i)
@@ -81,16 +111,21 @@ void FileSelection::repeatClick()
 
 QString FileSelection::confirm()
 {
+    m_concerned = m_data.MapFilePath;
     for (int i = 1; i <= MaxPlayers; ++i) {
         const QString &path = m_data.GameFiles[size_t(i)].path;
         if (!path.isEmpty() && !QFileInfo::exists(path)) {
+            const QString gone = path;
             repeatClick();
+            m_concerned = gone;
             return QStringLiteral("Some files have been deleted/renamed. Try again");
         }
     }
     for (int i = 1; i <= MaxPlayers; ++i) {
         if (conv::val(m_data.GameFiles[size_t(i)].included) == 0 && i == m_data.OwnRace) {
+            const QString own = fileOfRow(i);
             repeatClick();
+            m_concerned = own;
             return QStringLiteral("You have not included the datafile you have selected as your race");
         }
     }
@@ -107,8 +142,10 @@ QString FileSelection::confirm()
     if (gameYear == 0 && yearSum > 0)
         return QStringLiteral("You have entered Years for player files but not for the Game");
     for (int i = 1; i <= MaxPlayers; ++i)
-        if (conv::val(m_rows[size_t(i)].yearText) > gameYear)
+        if (conv::val(m_rows[size_t(i)].yearText) > gameYear) {
+            m_concerned = fileOfRow(i);
             return QStringLiteral("One or more game files has a Year higher then the Game Year");
+        }
 
     int16_t year = 0;
     try {

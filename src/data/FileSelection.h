@@ -6,6 +6,7 @@
 
 #include "GameData.h"
 
+#include <QStringList>
 #include <array>
 #include <utility>
 
@@ -36,6 +37,12 @@ public:
     void cancel() { m_data.OpenFileCancelled = 1; }
     // The message of the map file click that a failed check repeated, once.
     QString takeFollowUpMessage() { return std::exchange(m_followUp, QString()); }
+    // The file the last message concerns: the report it is about, else the
+    // map file, for a message that must say which file it means.
+    const QString &concernedFile() const { return m_concerned; }
+    // What the last map file click chose quietly: a report picked among
+    // names that differ only in case, a folder named as a report.
+    const QStringList &notes() const { return m_notes; }
 
     Row &row(int i) { return m_rows[size_t(i)]; }
     const Row &row(int i) const { return m_rows[size_t(i)]; }
@@ -44,10 +51,18 @@ public:
     bool loadEnabled() const { return m_loadEnabled; }
 
     static QString baseName(const QString &mapFileName) { return mapFileName.chopped(qMin(4, mapFileName.size())); }
+    // Every name of the game's files the program reads: the map, the
+    // reports base.P1..P16 and base.PLA and the annotation file base.VMK.
+    static QStringList gameFileNames(const QString &mapFileName);
 
 private:
     // Checks that find the folder changed rebuild the rows from it.
     void repeatClick();
+    // The file of row i, or the map file when the row has none.
+    QString fileOfRow(int i) const;
+    // The path of `name` in the folder, noting a choice among names that
+    // differ only in case and a folder of that name.
+    QString findReport(const class GameFolder &folder, const QString &name);
 
     GameData &m_data;
     std::array<Row, MaxPlayers + 1> m_rows;
@@ -56,4 +71,6 @@ private:
     QString m_dir;
     QString m_fileName;
     QString m_followUp;
+    QString m_concerned;
+    QStringList m_notes;
 };

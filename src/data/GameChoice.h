@@ -18,13 +18,18 @@ struct GameChoice {
     QList<int> skipped;                  // rows unticked (0..16)
 };
 
-// A check of the selection refused the choice; the message is the window's.
+// A check of the selection refused the choice; the message is the window's,
+// `file` the one it concerns (empty when none is known).
 struct SelectionRefused : std::runtime_error {
-    explicit SelectionRefused(const QString &message) : std::runtime_error(message.toStdString()), message(message) {}
+    explicit SelectionRefused(const QString &message, const QString &file = {})
+        : std::runtime_error(message.toStdString()), message(message), file(file) {}
     QString message;
+    QString file;
 };
 
 // Clicks `mapFile` as the selection window would, applies the choice, runs
 // the checks of "Load && Generate Data" and then the generation. Throws
-// SelectionRefused when a check fails and LoadError for a fault in a file.
+// SelectionRefused when a check fails, also for a year given to a player
+// without a report, and LoadError for a fault in a file. What the
+// selection chose quietly goes to the observer's warnings.
 void loadChosenGame(const QString &mapFile, const GameChoice &choice, GameData &data, GenerationObserver &observer);

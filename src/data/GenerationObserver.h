@@ -1,7 +1,7 @@
 #pragma once
 // What the generation tells the main window as it goes: the reset of the
 // controls, the caption, the race list and legend, progress and the enabling
-// of the overlays. The command line ignores all of it.
+// of the overlays. The command line shows only the warnings.
 
 #include <QString>
 
@@ -19,4 +19,8 @@ public:
     virtual void progressValue(int) {}
     virtual void showLegend(const GameData &) {}
     virtual void enableControls(const GameData &) {}
+    // Something the load chose or passed over quietly that the user should
+    // know of: which of two names that differ only in case was read, a
+    // report of which no line names a planet of the map.
+    virtual void warning(const QString &) {}
 };

@@ -1,5 +1,8 @@
 #include "QuotedText.h"
 
+#include <cstring>
+#include <locale.h>
+
 namespace {
 
 bool needsEscape(QChar c)
@@ -62,4 +65,10 @@ QString quoted(QStringView text)
     if (head.back().isHighSurrogate())
         head.chop(1);
     return u'"' + escapeControls(head) + QStringLiteral("…\"");
+}
+
+QString systemErrorText(int errorNumber)
+{
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
+    return QString::fromLocal8Bit(plain ? strerror_l(errorNumber, plain) : std::strerror(errorNumber));
 }

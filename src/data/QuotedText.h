@@ -18,3 +18,7 @@ constexpr qsizetype QuotedLength = 40;
 // A value read from a file, for a message: in double quotes, escaped, and
 // cut after QuotedLength characters with "…".
 QString quoted(QStringView text);
+
+// The system's reason for a failure (errno), in English as every message of
+// the program is, whatever the user's language: "No space left on device".
+QString systemErrorText(int errorNumber);

@@ -6,6 +6,9 @@
 
 #include <QFile>
 #include <algorithm>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -15,6 +18,37 @@ const char16_t cp1252High[32] = {
     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
+
+QString kindOfFile(mode_t mode)
+{
+    if (S_ISFIFO(mode))
+        return QStringLiteral("a FIFO");
+    if (S_ISDIR(mode))
+        return QStringLiteral("a folder");
+    if (S_ISCHR(mode) || S_ISBLK(mode))
+        return QStringLiteral("a device");
+    return QStringLiteral("not a regular file");
+}
+
+// Opens without waiting, so that a FIFO named as a game file is refused
+// instead of hanging the load until something writes into it; a device or a
+// folder is refused likewise, before a byte of it is read.
+void openRegularFile(QFile &file, const QString &path)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(systemErrorText(errno)));
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(fd);
+        throw LoadError(path, 0, QStringLiteral("%1, not a game file").arg(kindOfFile(st.st_mode)));
+    }
+    ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(file.errorString()));
+    }
+}
 
 } // namespace
 
@@ -46,11 +80,11 @@ QByteArray encodeWindows1252(const QString &text)
 
 TextReader::TextReader(const QString &path) : m_name(path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw LoadError(path, 0, QStringLiteral("cannot open the file (%1)").arg(file.errorString()));
-    // Read in pieces up to the bound rather than by the size: a device or a
-    // pipe has none, and a buffer of the bound's size would cost every read.
+    QFile file;
+    openRegularFile(file, path);
+    // Read in pieces up to the bound rather than by the size: the file may
+    // grow while it is read, and a buffer of the bound's size would cost
+    // every read.
     for (;;) {
         const QByteArray piece = file.read(64 * 1024);
         if (piece.isEmpty())

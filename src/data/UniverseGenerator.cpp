@@ -1,6 +1,7 @@
 #include "UniverseGenerator.h"
 
 #include "AnnotationFile.h"
+#include "GameFolder.h"
 #include "Influence.h"
 #include "LoadError.h"
 #include "MapFile.h"
@@ -101,8 +102,11 @@ private:
     void readMap();
     void mergeOwnReport();
     void mergeOtherReport(int player);
+    // Merges the lines that name a planet of the map; a report none of
+    // whose lines does is read all the same, with a warning.
     template <typename MergeLine>
     void forEachReportLine(const QString &path, bool ownReport, MergeLine merge);
+    void warnOfCaseTwins(const QString &path);
     void collectRaces();
     void raceStatistics();
     void territoryGrid();
@@ -141,6 +145,7 @@ void Generation::run()
     attackScores();
     obs.enableControls(d);
     d.AnnotationText.clear();
+    warnOfCaseTwins(d.AnnotationFilePath);
     const LoadedAnnotations annotations = loadAnnotations(d.AnnotationFilePath);
     d.AnnotationText = annotations.text;
     if (annotations.lastColour)
@@ -198,6 +203,7 @@ void Generation::forEachReportLine(const QString &path, bool ownReport, MergeLin
 {
     const int lines = countReportLines(path);
     ReportReader reader(path, ownReport);
+    bool namesAPlanet = false;
     for (int n = 0; n < lines; ++n) {
         const QString line = reader.next();
         try {
@@ -205,6 +211,7 @@ void Generation::forEachReportLine(const QString &path, bool ownReport, MergeLin
             const auto rows = rowsByName.constFind(trimBlanks(f[1].text()));
             if (rows == rowsByName.constEnd())
                 continue;
+            namesAPlanet = true;
             for (int row : *rows)
                 if (merge(row, f))
                     origins[size_t(row - 1)] = Origin{path, reader.lastLine()};
@@ -212,6 +219,16 @@ void Generation::forEachReportLine(const QString &path, bool ownReport, MergeLin
             reader.fail(QString::fromUtf8(e.what()));
         }
     }
+    if (!namesAPlanet)
+        obs.warning(QStringLiteral("%1: no line of it names a planet of the map").arg(path));
+}
+
+void Generation::warnOfCaseTwins(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString note = caseTwinsNote(GameFolder(info.path()).matches(info.fileName()));
+    if (!note.isEmpty())
+        obs.warning(note);
 }
 
 void Generation::mergeOwnReport()

@@ -1,28 +1,18 @@
 #include "PlanetQuery.h"
 
+#include "Conversions.h"
+
 #include <QJsonArray>
-#include <charconv>
 
 namespace {
-
-// A float as the trace writes it: its shortest decimal text, read back as
-// the double that JSON writes with the same digits (in any locale).
-QJsonValue floatValue(float f)
-{
-    char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, f).ptr;
-    double d = 0;
-    std::from_chars(buffer, end, d);
-    return QJsonValue(d);
-}
 
 QJsonArray pieJson(const PieBox &pie)
 {
     QJsonArray slices;
     for (const PieSlice &s : pie.slices()) {
         QJsonObject slice;
-        slice.insert(u"start", floatValue(s.start));
-        slice.insert(u"end", floatValue(s.end));
+        slice.insert(u"start", conv::shortestDecimal(s.start));
+        slice.insert(u"end", conv::shortestDecimal(s.end));
         slice.insert(u"FillColor", s.fillColour);
         slices.append(slice);
     }

@@ -16,4 +16,7 @@ public:
     virtual void progressStart(int /*maximum*/) {}
     virtual void progressStep() {}
     virtual void showMessage(const QString &) {}
+    // A message about one file: the window shows the message as it is, the
+    // command line says which file it means.
+    virtual void showFileMessage(const QString &, const QString &text) { showMessage(text); }
 };

@@ -5,7 +5,10 @@
 #include "CliRun.h"
 
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -79,6 +82,65 @@ private slots:
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, QString());
         QCOMPARE(run.err.count(u'\n'), 1);
+    }
+
+    // Values that mean nothing, on a real game: one line saying what is
+    // wrong, status 2, nothing written. A zoom of width 0 stays the game's
+    // own division by zero (1).
+    void meaninglessValues_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        const QString year = "--year takes a whole year";
+        for (const char *text : {"abc", "", "2,431", "2431abc", "1e3", " 2431", "32768"})
+            QTest::addRow("--year \"%s\"", text) << QStringList{"export", "--year", text} << 2 << year;
+        for (const char *text : {"1=abc", "1=", "1=2431=5"})
+            QTest::addRow("--report-year %s", text) << QStringList{"export", "--year", "2431", "--report-year", text}
+                                                   << 2 << "--report-year 1=Y takes a whole year";
+        QTest::newRow("--report-year of a player without a report")
+            << QStringList{"export", "--year", "2431", "--report-year", "6=2431"} << 2 << "no report of player 6";
+        QTest::newRow("esthab of no race") << QStringList{"render", "--overlay", "esthab=Nobody", "-o", "-"} << 2
+                                           << "no race of that name";
+        QTest::newRow("zoom of width 0") << QStringList{"render", "--zoom", "0,0,0", "-o", "-"} << 1 << "Division by zero";
+        QTest::newRow("zoom of negative width") << QStringList{"render", "--zoom", "100,100,-200", "-o", "-"} << 2
+                                                << "must not be negative";
+        QTest::newRow("zoom beyond 32 bits") << QStringList{"planet", "--at", "1,1", "--zoom", "2147483647,0,1"} << 2
+                                             << "must stay below 2147483648";
+        QTest::newRow("pointer nowhere") << QStringList{"planet", "--at", "nan,nan"} << 2 << "two finite numbers";
+        QTest::newRow("pointer at infinity") << QStringList{"planet", "--at", "1,-inf"} << 2 << "two finite numbers";
+        QTest::newRow("output without a name") << QStringList{"planet", "--number", "1", "-o", ""} << 2
+                                               << "-o takes a file name";
+        QTest::newRow("control characters") << QStringList{"export", "--\x1b[2J\a\nx"} << 2 << "'\\e[2J\\a\\nx'";
+    }
+    void meaninglessValues()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+        arguments.insert(1, QString(VELTRO_SAMPLES) + "/MARCHES.map");
+        const Run run = cli(arguments);
+        QTEST(run.status, "status");
+        QCOMPARE(run.out, QString());
+        QVERIFY2(run.err.count(u'\n') == 1 && run.err.contains(message), qPrintable(run.err));
+        QVERIFY(!run.err.contains(u'\x1b') && !run.err.contains(u'\a'));
+    }
+
+    // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a
+    // missing file.
+    void argumentNotInUtf8()
+    {
+        QTemporaryDir dir;
+        const QByteArray name = QFile::encodeName(dir.path()) + "/Spiel\xe4.map";
+        const int fd = ::open(name.constData(), O_CREAT | O_WRONLY, 0644);
+        QVERIFY(fd >= 0);
+        ::close(fd);
+        QProcess process;
+        process.start("sh", {"-c", "exec \"$0\" export \"$(printf '%s/Spiel\\344.map' \"$1\")\"", VELTRO_CLI, dir.path()});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 2);
+        QCOMPARE(process.readAllStandardError(),
+                 "argument 2 is not UTF-8 text: \"" + QFile::encodeName(dir.path()) + "/Spiel\\xE4.map\"; file names are read "
+                 "as UTF-8, so give the file a UTF-8 name\n");
     }
 };
 

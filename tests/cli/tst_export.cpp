@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QDir>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
@@ -26,29 +27,37 @@ class ExportTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // The selection's options and checks, exit 2; "*": any usage message.
-    // The window's tests give the year checks' messages.
+    // The selection's options and checks, exit 2, each message after the
+    // file it concerns ("" for none); "*": any usage message. The window's
+    // tests give the year checks' messages.
     void selectionMessages_data()
     {
         QTest::addColumn<QStringList>("reports");
         QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("message");
         const QString notIncluded = "You have not included the datafile you have selected as your race";
-        QTest::newRow("no reports") << QStringList{} << QStringList{} << "No Player files found for this map";
+        QTest::newRow("no reports") << QStringList{} << QStringList{} << "game.map" << "No Player files found for this map";
         QTest::newRow("own race without a file, before the years")
-            << QStringList{"game.P1"} << QStringList{"--own", "2", "--year", "2400", "--report-year", "1=2401"} << notIncluded;
-        QTest::newRow("old-style report skipped") << QStringList{"game.PLA"} << QStringList{"--skip", "1"} << notIncluded;
-        QTest::newRow("no player number") << QStringList{"game.Px"} << QStringList{} << "No planet files selected";
-        QTest::newRow("year of a row without a file")
-            << QStringList{"game.P1"} << QStringList{"--year", "2400", "--report-year", "5=2401"}
-            << "One or more game files has a Year higher then the Game Year";
-        QTest::newRow("own 17") << QStringList{"game.P1"} << QStringList{"--own", "17"} << "*";
-        QTest::newRow("game year beyond 16 bits") << QStringList{"game.P1"} << QStringList{"--year", "70000"} << "*";
+            << QStringList{"game.P1"} << QStringList{"--own", "2", "--year", "2400", "--report-year", "1=2401"}
+            << "game.map" << notIncluded;
+        QTest::newRow("old-style report skipped") << QStringList{"game.PLA"} << QStringList{"--skip", "1"} << "game.PLA"
+                                                  << notIncluded;
+        QTest::newRow("no player number") << QStringList{"game.Px"} << QStringList{} << "game.map" << "No planet files selected";
+        QTest::newRow("year above the game's") << QStringList{"game.P1", "game.P2"}
+                                               << QStringList{"--year", "2400", "--report-year", "2=2401"} << "game.P2"
+                                               << "One or more game files has a Year higher then the Game Year";
+        QTest::newRow("year of a player without a report")
+            << QStringList{"game.P1"} << QStringList{"--year", "2400", "--report-year", "5=2400"} << "game.map"
+            << "there is no report of player 5 to take the year 2400";
+        QTest::newRow("own 17") << QStringList{"game.P1"} << QStringList{"--own", "17"} << "" << "*";
+        QTest::newRow("game year beyond 16 bits") << QStringList{"game.P1"} << QStringList{"--year", "70000"} << "" << "*";
     }
     void selectionMessages()
     {
         QFETCH(QStringList, reports);
         QFETCH(QStringList, options);
+        QFETCH(QString, file);
         QFETCH(QString, message);
         TestGame game;
         game.writeMap({{"Home", 1100, 1100}});
@@ -59,7 +68,48 @@ private slots:
         QCOMPARE(run.out, QByteArray());
         QCOMPARE(run.err.count(u'\n'), 1);
         if (message != "*")
-            QCOMPARE(run.err.trimmed(), message);
+            QCOMPARE(run.err.trimmed(), game.path(file) + ": " + message);
+    }
+
+    // What the load chose or passed over quietly, a warning each; the
+    // export is the game's all the same: the game without the file that
+    // names no planet, the exact name of two that differ only in case.
+    void warnings_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes"); // "/": a folder
+        QTest::addColumn<QString>("warning");
+        QByteArray garbage(4096, '\0');
+        QRandomGenerator random(7);
+        for (char &c : garbage)
+            c = char(random.bounded(256));
+        const QString noPlanet = "%1/game.P2: no line of it names a planet of the map";
+        QTest::newRow("random bytes") << "game.P2" << garbage << noPlanet;
+        const QString report = QString::fromLatin1("Planet Name\tOwner\r\n" + planetLine("Target", "Robots", "None", "0", "1") + "\r\n");
+        QTest::newRow("UTF-16") << "game.P2"
+                                << QByteArray(reinterpret_cast<const char *>(report.utf16()), report.size() * 2) << noPlanet;
+        QTest::newRow("a folder") << "game.P2" << QByteArray("/") << "%1/game.P2 is a folder, not a report: it is not read";
+        QTest::newRow("names that differ in case")
+            << "GAME.P1" << QByteArray("Planet Name\r\n" + planetLine("Home", "Impostors", "None", "0", "9") + "\r\n")
+            << "%1/game.P1 is read; %1/GAME.P1 differs from it only in case and is not read";
+    }
+    void warnings()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, warning);
+        TestGame game;
+        game.writeMap({{"Home", 1100, 1100}, {"Target", 1200, 1200}});
+        game.writeReport("game.P1", {homeLine()});
+        const QByteArray expected = exportGame(game).out;
+        if (bytes == "/")
+            QVERIFY(QDir(game.dir()).mkdir(name));
+        else
+            game.write(name, bytes);
+        const Run run = exportGame(game);
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.err, "warning: " + warning.arg(game.dir()) + "\n");
+        QCOMPARE(run.out, expected);
     }
 
     // Rows 1..3 found without regard to case; a file gone before the check

@@ -287,8 +287,7 @@ private slots:
                                                   << "game.P1, line 2002: the report lists more than 2000 planets";
         QTest::newRow("file too large") << 20 << 1 << 1 << MaxGameFileSize + 1
                                         << "game.P1: the file is too large for a game file";
-        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1)
-                                              << "game.P1: the file is too large for a game file";
+        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1) << "game.P1: a device, not a game file";
     }
     void limits()
     {

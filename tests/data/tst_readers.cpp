@@ -14,7 +14,7 @@ class ReadersTest : public QObject {
 private slots:
     // The game's files are the same whatever the user's language: numbers
     // must read the same under a locale with a decimal comma.
-    void initTestCase() { std::setlocale(LC_ALL, "de_DE.UTF-8"); }
+    void initTestCase() { QVERIFY2(std::setlocale(LC_ALL, "de_DE.UTF-8"), "de_DE.UTF-8: run scripts/install-deps.sh"); }
 
     // The leading number of a text, and the number it is as a whole ("-": none).
     void numbers_data()
@@ -30,6 +30,11 @@ private slots:
         QTest::newRow("D exponent") << "1d2" << 100.0 << "100";
         QTest::newRow("bare exponent") << "1e" << 1.0 << "-";
         QTest::newRow("point first") << "-.5%" << -0.5 << "-";
+        QTest::newRow("plus sign") << "+2.5" << 2.5 << "2.5";
+        QTest::newRow("beyond the double") << "1e309" << qInf() << "inf";
+        QTest::newRow("beyond the double, negative") << "-0.01d311x" << -qInf() << "-";
+        QTest::newRow("below the double") << "-12e-330" << -0.0 << "0";
+        QTest::newRow("below the double, in the fraction") << "0.00001e-320" << 0.0 << "0";
     }
     void numbers()
     {

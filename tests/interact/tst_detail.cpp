@@ -5,6 +5,7 @@
 #include "TraceScene.h"
 
 #include <QTest>
+#include <clocale>
 #include <numbers>
 
 namespace {
@@ -37,6 +38,10 @@ QList<double> degreesOf(const std::vector<PieSlice> &slices)
 class DetailTest : public QObject {
     Q_OBJECT
 private slots:
+    // The window's numbers are read the same under a locale with a decimal
+    // comma: its pies show "2.5" as two and a half.
+    void initTestCase() { QVERIFY2(std::setlocale(LC_ALL, "de_DE.UTF-8"), "de_DE.UTF-8: run scripts/install-deps.sh"); }
+
     // A fully reported planet, then one never reported without an owner.
     void labels()
     {

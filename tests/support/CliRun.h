@@ -3,38 +3,69 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <functional>
 #include <locale>
 #include <stdexcept>
 
 struct CliRun {
-    int status = -1; // -1: the program crashed
+    int status = -1; // -1: the program crashed or was stopped
     QByteArray out;
     QString err;
 };
 
-// Under a German locale, so that a decimal comma would show. Without the
-// locale the program would run in C's and no comma could show: that fails
-// here rather than passing unchecked.
-inline CliRun runCli(const QStringList &arguments)
+// How the program is started, besides its arguments.
+struct CliStart {
+    // German by default, so that a decimal comma would show.
+    QByteArray locale = "de_DE.UTF-8";
+    // ulimit -f, in kilobytes; 0 for none.
+    int fileSizeLimit = 0;
+    // Standard output into this file instead of kept, appended to it if asked.
+    QString outputFile;
+    bool appendOutput = false;
+    QString workingDirectory;
+    // Done while the program runs (reading a FIFO it writes).
+    std::function<void(QProcess &)> whileRunning;
+    // Stopped after this long, as a hang.
+    int timeoutMs = 60000;
+};
+
+inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
 {
-    static const bool german = [] {
-        try {
-            std::locale("de_DE.UTF-8");
-            return true;
-        } catch (const std::runtime_error &) {
-            return false;
-        }
-    }();
-    if (!german)
-        qFatal("the de_DE.UTF-8 locale is not installed (scripts/install-deps.sh makes it)");
+    // Without the locale the program would run in C's and no comma could
+    // show: that fails here rather than passing unchecked.
+    try {
+        std::locale(start.locale.constData());
+    } catch (const std::runtime_error &) {
+        qFatal("the %s locale is not installed (scripts/install-deps.sh makes it)", start.locale.constData());
+    }
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "de_DE.UTF-8");
+    environment.insert("LC_ALL", start.locale);
     process.setProcessEnvironment(environment);
-    process.start(VELTRO_CLI, arguments);
-    process.waitForFinished(-1);
+    process.setWorkingDirectory(start.workingDirectory);
+    if (!start.outputFile.isEmpty())
+        process.setStandardOutputFile(start.outputFile, start.appendOutput ? QIODevice::Append : QIODevice::Truncate);
+    if (start.fileSizeLimit > 0)
+        process.start("sh", QStringList{"-c", QString("ulimit -f %1 && exec \"$0\" \"$@\"").arg(start.fileSizeLimit),
+                                        VELTRO_CLI} + arguments);
+    else
+        process.start(VELTRO_CLI, arguments);
+    if (start.whileRunning)
+        start.whileRunning(process);
+    const bool finished = process.state() == QProcess::NotRunning || process.waitForFinished(start.timeoutMs);
+    if (!finished) {
+        process.kill();
+        process.waitForFinished();
+    }
     CliRun run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-    if (process.exitStatus() == QProcess::NormalExit)
+    if (finished && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
     return run;
+}
+
+inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)
+{
+    CliStart start;
+    start.locale = locale;
+    return runCli(arguments, start);
 }

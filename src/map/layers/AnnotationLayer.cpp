@@ -12,7 +12,7 @@ void replayAnnotations(GameData &d, Canvas &canvas, RedrawHost &host)
     const QFileInfo info(d.AnnotationFilePath);
     const QString path = findFileNoCase(info.path(), info.fileName());
     if (path.isEmpty()) {
-        host.showMessage(QStringLiteral("No file found for this map"));
+        host.showFileMessage(d.AnnotationFilePath, QStringLiteral("No file found for this map"));
     } else {
         AnnotationReader reader(path);
         d.AnnotationText.clear();

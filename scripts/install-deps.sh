@@ -6,8 +6,9 @@ set -euo pipefail
 # Liberation Sans stands in for Arial, the map's font; DejaVu for the rest.
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
-# giflib (libgif-dev) writes the animations of veltro-cli history.
-packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
+# giflib (libgif-dev) and libwebp (libwebp-dev, found with pkgconf) write the
+# animations of veltro-cli history.
+packages=(cmake g++ make pkgconf qt6-base-dev libgl-dev libgif-dev libwebp-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
           dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
 missing=()
 for p in "${packages[@]}"; do

@@ -2,7 +2,7 @@
 
 #include "CliOptions.h"
 #include "Conversions.h"
-#include "GifAnimation.h"
+#include "Animation.h"
 #include "History.h"
 #include "LoadError.h"
 #include "QuotedText.h"
@@ -15,7 +15,8 @@
 #include <QSaveFile>
 #include <QTextStream>
 #include <QtConcurrent/QtConcurrentRun>
-#include <optional>
+#include <deque>
+#include <exception>
 
 namespace {
 
@@ -77,7 +78,7 @@ StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, 
 {
     QStringList races;
     for (const HistoryTurn &turn : turns)
-        for (const QString &name : raceNames(turn.data))
+        for (const QString &name : turn.races)
             if (!races.contains(name))
                 races << name;
     StableRaceColours colours;
@@ -90,17 +91,29 @@ StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, 
     return colours;
 }
 
-std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress)
+// A load's failure as the command's.
+template <typename Load>
+auto loading(Load load)
 {
-    std::atomic_int loaded = 0;
-    const int total = int(snapshots.size());
     try {
-        return loadHistory(snapshots, choice, [&] { progress.step(QStringLiteral("loaded"), ++loaded, total); });
+        return load();
     } catch (const SelectionRefused &refused) {
         throw CliFailure(2, refused.message);
     } catch (const LoadError &e) {
         throw CliFailure(1, e.message());
     }
+}
+
+// Every turn's races, the data let go as each is loaded: the colours and
+// the frames' size need the races of all the turns before the first frame.
+std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress)
+{
+    std::atomic_int loaded = 0;
+    const int total = int(snapshots.size());
+    return loading([&] {
+        return loadHistory(snapshots, choice, [&] { progress.step(QStringLiteral("turns read"), ++loaded, total); },
+                           nullptr, TurnData::Released);
+    });
 }
 
 void savePng(const QImage &frame, const QString &path)
@@ -110,12 +123,43 @@ void savePng(const QImage &frame, const QString &path)
         throw CliFailure(1, QStringLiteral("%1: cannot write the picture").arg(escapeControls(path)));
 }
 
-// A frame, or the message of its failure (the drawing threads cannot throw
-// to the command).
+// A frame, or its failure (the drawing threads cannot throw to the command).
 struct DrawnFrame {
     QImage image;
-    std::optional<CliFailure> failure;
+    std::exception_ptr failure;
 };
+
+// Draws frames on every core, never more than a few ahead of the one being
+// written, and hands them to `write` in order on this thread: memory holds
+// a few frames and turns whatever the number of turns.
+void drawInOrder(int count, const std::function<QImage(int)> &draw, const std::function<void(const QImage &)> &write)
+{
+    QThreadPool pool;
+    const int ahead = 2 * pool.maxThreadCount();
+    std::deque<QFuture<DrawnFrame>> pending;
+    try {
+        for (int i = 0, next = 0; i < count; ++i) {
+            for (; next < count && next < i + ahead; ++next)
+                pending.push_back(QtConcurrent::run(&pool, [&draw, next] {
+                    DrawnFrame drawn;
+                    try {
+                        drawn.image = draw(next);
+                    } catch (...) {
+                        drawn.failure = std::current_exception();
+                    }
+                    return drawn;
+                }));
+            const DrawnFrame drawn = pending.front().result();
+            pending.pop_front();
+            if (drawn.failure)
+                std::rethrow_exception(drawn.failure);
+            write(drawn.image);
+        }
+    } catch (...) {
+        pool.clear(); // the frames not yet begun
+        throw;
+    }
+}
 
 } // namespace
 
@@ -136,9 +180,12 @@ int runHistory(const QStringList &arguments)
                       QStringLiteral("Draw race NAME in colour #RRGGBB in every year; red + green + blue must reach "
                                      "192 (repeatable)."),
                       QStringLiteral("NAME=#RRGGBB")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("The animation, a GIF."), QStringLiteral("FILE")});
-    parser.setApplicationDescription(QStringLiteral(
-        "Draws a game's turns as an animated GIF, one frame per year, each race in the same colour throughout."));
+    parser.addOption({QStringLiteral("o"),
+                      QStringLiteral("The animation: a GIF (.gif), or a lossless WebP (.webp) whose frames keep "
+                                     "every colour."),
+                      QStringLiteral("FILE")});
+    parser.setApplicationDescription(QStringLiteral("Draws a game's turns as an animated GIF or WebP, one frame per "
+                                                    "year, each race in the same colour throughout."));
     parser.addPositionalArgument(QStringLiteral("history"), QStringLiteral("The command, always the first argument."),
                                  QStringLiteral("history"));
     parser.addPositionalArgument(QStringLiteral("SNAPSHOT"),
@@ -158,8 +205,9 @@ int runHistory(const QStringList &arguments)
     const int delay = frameDelay(parser);
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     const QString out = parser.value(QStringLiteral("o"));
-    if (!out.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive))
-        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif"));
+    const std::optional<AnimationFormat> format = animationFormat(out);
+    if (!format)
+        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif or .webp"));
     const QString framesDir = parser.value(QStringLiteral("frames"));
     if (!framesDir.isEmpty() && !QDir().mkpath(framesDir))
         throw CliFailure(1, QStringLiteral("%1: cannot create the folder").arg(escapeControls(framesDir)));
@@ -175,40 +223,34 @@ int runHistory(const QStringList &arguments)
     if (!file.open(QIODevice::WriteOnly))
         throw CliFailure(1, QStringLiteral("%1: cannot write the file (%2)").arg(escapeControls(out), file.errorString()));
     try {
-        GifAnimation gif(file, layout.size(), delay);
-        // Frames are drawn on every core while this thread encodes them in
-        // year order; the pool waits for its threads before `history` goes.
-        QThreadPool pool;
-        std::vector<QFuture<DrawnFrame>> frames;
-        for (int i = 0; i < history.size(); ++i)
-            frames.push_back(QtConcurrent::run(&pool, [&, i] {
-                DrawnFrame drawn;
+        const std::unique_ptr<Animation> animation = startAnimation(*format, file, layout.size(), delay);
+        int written = 0;
+        drawInOrder(
+            history.size(),
+            [&](int i) {
+                ConsoleHost host;
+                loading([&] { history.reload(i, choice); });
+                QImage frame;
                 try {
-                    ConsoleHost host;
-                    try {
-                        drawn.image = history.drawFrame(i, layers, layout, host);
-                    } catch (const std::exception &e) {
-                        throw CliFailure(1, QStringLiteral("%1: drawing the map failed: %2")
-                                                .arg(escapeControls(history.turn(i).snapshot.mapFile), QString::fromUtf8(e.what())));
-                    }
-                    history.release(i);
-                    if (!framesDir.isEmpty())
-                        savePng(drawn.image, QDir(framesDir).filePath(QStringLiteral("%1.png").arg(history.year(i))));
-                } catch (const CliFailure &failure) {
-                    drawn.failure = failure;
+                    frame = history.drawFrame(i, layers, layout, host);
+                } catch (const std::bad_alloc &) {
+                    throw;
+                } catch (const std::exception &e) {
+                    throw CliFailure(1, QStringLiteral("%1: drawing the map failed: %2")
+                                            .arg(escapeControls(history.turn(i).snapshot.mapFile),
+                                                 QString::fromUtf8(e.what())));
                 }
-                return drawn;
-            }));
-        for (int i = 0; i < history.size(); ++i) {
-            const DrawnFrame drawn = frames[size_t(i)].result();
-            frames[size_t(i)] = {};
-            if (drawn.failure)
-                throw *drawn.failure;
-            gif.addFrame(drawn.image);
-            progress.step(QStringLiteral("frames written"), i + 1, history.size());
-        }
-        gif.finish();
-    } catch (const GifError &e) {
+                history.release(i);
+                if (!framesDir.isEmpty())
+                    savePng(frame, QDir(framesDir).filePath(QStringLiteral("%1.png").arg(history.year(i))));
+                return frame;
+            },
+            [&](const QImage &frame) {
+                animation->addFrame(frame);
+                progress.step(QStringLiteral("frames written"), ++written, history.size());
+            });
+        animation->finish();
+    } catch (const AnimationError &e) {
         throw CliFailure(1, QStringLiteral("%1: cannot write the animation (%2)").arg(escapeControls(out), QString::fromUtf8(e.what())));
     }
     if (!file.commit())

@@ -19,4 +19,8 @@ public:
     virtual void progressValue(int) {}
     virtual void showLegend(const GameData &) {}
     virtual void enableControls(const GameData &) {}
+    // True stops the generation once the races are known (their names and
+    // number), for a caller that needs nothing else: a history sizing its
+    // frames before it draws them.
+    virtual bool racesOnly() const { return false; }
 };

@@ -1,6 +1,7 @@
 #include "HistoryFrame.h"
 
 #include "MapPicture.h"
+#include "PictureAllocation.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -56,7 +57,7 @@ QImage drawHistoryFrame(GameData &game, OverlayButtons layers, const HistoryFram
     ZoomFlags zoom;
     map.redraw(game, layers, zoom, host);
 
-    QImage frame(layout.size(), QImage::Format_RGB32);
+    QImage frame = newImage(layout.size(), QImage::Format_RGB32);
     frame.fill(Qt::black);
     QPainter painter(&frame);
     painter.setRenderHint(QPainter::TextAntialiasing, false);

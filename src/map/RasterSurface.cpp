@@ -1,6 +1,7 @@
 #include "RasterSurface.h"
 
 #include "Colour.h"
+#include "PictureAllocation.h"
 
 #include <QFileInfo>
 #include <QFont>
@@ -133,7 +134,7 @@ RasterSurface::RasterSurface(int pixels, double devicePixelRatio, float logicalW
     : m_logicalWidth(logicalWidth)
 {
     const int side = qRound(pixels * devicePixelRatio);
-    m_image = QImage(side, side, QImage::Format_RGB32);
+    m_image = newImage(QSize(side, side), QImage::Format_RGB32);
     setResolution(devicePixelRatio);
     cls();
 }

@@ -7,8 +7,8 @@ set -euo pipefail
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
 # giflib (libgif-dev) and libwebp (libwebp-dev, found with pkgconf) write the
-# animations of veltro-cli history.
-packages=(cmake g++ make pkgconf qt6-base-dev libgl-dev libgif-dev libwebp-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
+# animations of veltro-cli history; libpng (libpng-dev) the map's PNG.
+packages=(cmake g++ make pkgconf qt6-base-dev libgl-dev libpng-dev libgif-dev libwebp-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
           dpkg-dev at-spi2-core python3-pyatspi dbus-daemon)
 missing=()
 for p in "${packages[@]}"; do

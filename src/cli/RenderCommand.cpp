@@ -15,7 +15,10 @@
 #include <QHash>
 #include <QSaveFile>
 #include <QTextStream>
+#include <QtConcurrent/QtConcurrentRun>
+#include <exception>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -49,6 +52,12 @@ MenuOverlay menuOverlay(const QString &name, HabCarry &carry)
         throw CliFailure(2, QStringLiteral("--overlay: unknown overlay %1").arg(quoted(name)));
     return *entry;
 }
+
+// A picture made ready beside the loading, or why it could not be.
+struct BlankPicture {
+    std::unique_ptr<MapPicture> picture;
+    std::exception_ptr failure;
+};
 
 } // namespace
 
@@ -93,11 +102,24 @@ int runRender(const QStringList &arguments)
             throw CliFailure(2, QStringLiteral("territory cannot be drawn zoomed: the zoom disables it"));
     }
 
+    // The picture's million pixels are allocated and cleared on another
+    // core while the game loads: as much time again as the drawing.
+    QFuture<BlankPicture> blank = QtConcurrent::run([pixels] {
+        BlankPicture b;
+        try {
+            b.picture = std::make_unique<MapPicture>(pixels);
+        } catch (...) {
+            b.failure = std::current_exception();
+        }
+        return b;
+    });
     GameData data;
     loadGame(mapFile, parser, data);
     applyRaceColours(raceColours, data);
-
-    MapPicture picture(pixels);
+    BlankPicture ready = blank.takeResult();
+    if (ready.failure)
+        std::rethrow_exception(ready.failure);
+    MapPicture &picture = *ready.picture;
     QSaveFile traceFile(parser.value(QStringLiteral("trace")));
     if (parser.isSet(QStringLiteral("trace"))) {
         if (!traceFile.open(QIODevice::WriteOnly))

@@ -2,6 +2,7 @@
 
 #include "Colour.h"
 #include "PictureAllocation.h"
+#include "PngWriter.h"
 
 #include <QFileInfo>
 #include <QFont>
@@ -184,8 +185,8 @@ bool RasterSurface::save(const QString &path) const
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    QImageWriter writer(&file, format);
-    return writer.write(m_image) && file.commit();
+    const bool written = format == "png" ? writePng(m_image, file) : QImageWriter(&file, format).write(m_image);
+    return written && file.commit();
 }
 
 void RasterSurface::cls()

@@ -2,7 +2,9 @@
 # The whole `veltro-cli export` process, as a host script pays for it once
 # per game: start-up, loading, generation, writing and exit. A tiny game and
 # the sixteen-race game on the huge real map side by side, ten runs each under
-# `perf stat -r 10`, then the peak resident set of one run of each.
+# `perf stat -r 10`, then the peak resident set of one run of each. Last,
+# `render` of the huge game with every layer at 1000 x 1000 pixels, the same
+# loading and a picture: what the picture costs over the export.
 #
 #   bench/cold-start.sh [BUILD_DIR] [-- EXTRA EXPORT OPTIONS]   (default: build)
 #
@@ -69,3 +71,11 @@ for name in tiny huge; do
 done
 awk -v c="${clock[huge]}" -v d="${clock[tiny]}" -v e="${elapsed[huge]}" -v f="${elapsed[tiny]}" \
   'BEGIN {printf "huge - tiny: %.1f ms task-clock, %.1f ms elapsed\n", c - d, e - f}'
+
+layers=scanned,borders,territory,universe,hab,owned,attack,growth,vmk
+stat=$(LC_ALL=C perf stat -r 10 -e task-clock -- "$cli" render "${huge[@]}" --layers "$layers" -o "$dir/huge.png" 2>&1)
+render_clock=$(awk '/task-clock/ {print $1}' <<<"$stat")
+render_elapsed=$(awk '/time elapsed/ {printf "%.1f", $1 * 1000}' <<<"$stat")
+awk -v c="$render_clock" -v d="${clock[huge]}" -v e="$render_elapsed" -v f="${elapsed[huge]}" \
+  'BEGIN {printf "huge render, every layer at 1000 px: %.2f ms task-clock, %.1f ms elapsed;" \
+                 " over export: %.1f ms task-clock, %.1f ms elapsed\n", c, e, c - d, e - f}'

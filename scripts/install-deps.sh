@@ -6,12 +6,14 @@ set -euo pipefail
 # Liberation Sans stands in for Arial, the map's font; DejaVu for the rest.
 # dpkg-dev's dpkg-shlibdeps gives the Debian package its dependencies.
 # The accessibility test drives the program over AT-SPI on a D-Bus session.
-# giflib (libgif-dev) writes the animations of veltro-cli history.
+# giflib (libgif-dev) and libwebp (libwebp-dev, found with pkgconf) write the
+# animations of veltro-cli history; libpng (libpng-dev) the map's PNG.
 # The tests run the program under German and Turkish locales (a decimal
 # comma, a dotless i), which the locales package generates. The web map's
 # tests run it in headless Chromium, driven by Selenium.
-packages=(cmake g++ make qt6-base-dev libgl-dev libgif-dev libbenchmark-dev fonts-liberation fonts-dejavu-core xvfb time
-          dpkg-dev at-spi2-core python3-pyatspi dbus-daemon locales chromium chromium-driver python3-selenium)
+packages=(cmake g++ make pkgconf qt6-base-dev libgl-dev libpng-dev libgif-dev libwebp-dev libbenchmark-dev fonts-liberation
+          fonts-dejavu-core xvfb time dpkg-dev at-spi2-core python3-pyatspi dbus-daemon locales chromium chromium-driver
+          python3-selenium)
 locales=(de_DE tr_TR)
 missing=()
 for p in "${packages[@]}"; do

@@ -1,5 +1,8 @@
 #include "GifAnimation.h"
 
+#include "FramePalette.h"
+#include "PictureAllocation.h"
+
 #include <QHash>
 #include <algorithm>
 #include <bit>
@@ -9,7 +12,6 @@
 namespace {
 
 constexpr int MostExactColours = 255;  // one index stays free for the transparent one
-constexpr int KeptColours = 128;       // exact in a frame with more colours
 // Stands for "as shown" while indexing; the frame's transparent index is
 // then the one after its palette.
 constexpr GifByteType Unchanged = 255;
@@ -94,8 +96,9 @@ bool indexExactly(const QImage &shown, const QImage &frame, const QRect &r, Inde
     return true;
 }
 
-// The most common colours exactly, the rest by median cut. Pixels that
-// stayed the same are left transparent as in the exact case.
+// A palette of the changed pixels' colours (FramePalette), and every
+// changed pixel as its index. Pixels that stayed the same are left
+// transparent as in the exact case.
 void indexReduced(const QImage &shown, const QImage &frame, const QRect &r, IndexedRect &out)
 {
     auto changed = [&](int x, int y, QRgb c) {
@@ -108,40 +111,10 @@ void indexReduced(const QImage &shown, const QImage &frame, const QRect &r, Inde
             if (const QRgb c = opaque(now[x]); changed(x, y, c))
                 ++counts[c];
     }
-    std::vector<std::pair<qint64, QRgb>> byCount;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
-        byCount.push_back({it.value(), it.key()});
-    std::sort(byCount.begin(), byCount.end(), [](const auto &a, const auto &b) {
-        return a.first != b.first ? a.first > b.first : a.second < b.second;
-    });
-    QHash<QRgb, int> kept;
-    for (int i = 0; i < KeptColours && i < int(byCount.size()); ++i) {
-        kept.insert(byCount[size_t(i)].second, i);
-        out.palette.push_back(byCount[size_t(i)].second);
-    }
-
-    // The rest, pixel by pixel so that common colours weigh more.
-    std::vector<GifByteType> red, green, blue;
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        const auto *now = reinterpret_cast<const QRgb *>(frame.constScanLine(y));
-        for (int x = r.left(); x <= r.right(); ++x)
-            if (const QRgb c = opaque(now[x]); changed(x, y, c) && !kept.contains(c)) {
-                red.push_back(GifByteType(qRed(c)));
-                green.push_back(GifByteType(qGreen(c)));
-                blue.push_back(GifByteType(qBlue(c)));
-            }
-    }
-    std::vector<GifByteType> reduced(red.size());
-    GifColorType reducedMap[256];
-    int reducedCount = MostExactColours - KeptColours;
-    if (GifQuantizeBuffer(unsigned(red.size()), 1, &reducedCount, red.data(), green.data(), blue.data(),
-                          reduced.data(), reducedMap) == GIF_ERROR)
-        throw GifError("cannot reduce the colours of a frame");
-    for (int i = 0; i < reducedCount; ++i)
-        out.palette.push_back(qRgb(reducedMap[i].Red, reducedMap[i].Green, reducedMap[i].Blue));
+    const FramePalette palette(counts, MostExactColours);
+    out.palette = palette.colours();
 
     GifByteType *p = out.pixels.data();
-    size_t rest = 0;
     for (int y = r.top(); y <= r.bottom(); ++y) {
         const auto *now = reinterpret_cast<const QRgb *>(frame.constScanLine(y));
         for (int x = r.left(); x <= r.right(); ++x) {
@@ -149,10 +122,8 @@ void indexReduced(const QImage &shown, const QImage &frame, const QRect &r, Inde
             if (!changed(x, y, c)) {
                 *p++ = Unchanged;
                 out.transparent = true;
-            } else if (const auto k = kept.constFind(c); k != kept.constEnd()) {
-                *p++ = GifByteType(*k);
             } else {
-                *p++ = GifByteType(KeptColours + reduced[rest++]);
+                *p++ = GifByteType(palette.indexOf(c));
             }
         }
     }
@@ -165,7 +136,7 @@ GifAnimation::GifAnimation(QIODevice &out, QSize size, int delay) : m_size(size)
     int error = 0;
     m_gif = EGifOpen(&out, writeToDevice, &error);
     if (!m_gif)
-        throw GifError(GifErrorString(error));
+        throw AnimationError(GifErrorString(error));
     EGifSetGifVersion(m_gif, true);
     // No global colour table: every frame brings its own.
     check(EGifPutScreenDesc(m_gif, size.width(), size.height(), 8, 0, nullptr));
@@ -187,7 +158,7 @@ GifAnimation::~GifAnimation()
 void GifAnimation::check(int status)
 {
     if (status == GIF_ERROR)
-        throw GifError(GifErrorString(m_gif->Error));
+        throw AnimationError(GifErrorString(m_gif->Error));
 }
 
 void GifAnimation::addFrame(const QImage &image)
@@ -221,7 +192,7 @@ void GifAnimation::addFrame(const QImage &image)
                       GifByteType(qBlue(indexed.palette[i]))};
     ColorMapObject *map = GifMakeMapObject(entries, colours.data());
     if (!map)
-        throw GifError("cannot make a colour table");
+        throw std::bad_alloc();
 
     GraphicsControlBlock control{DISPOSE_DO_NOT, false, m_delay,
                                  indexed.transparent ? transparent : NO_TRANSPARENT_COLOR};
@@ -236,7 +207,7 @@ void GifAnimation::addFrame(const QImage &image)
         check(EGifPutLine(m_gif, indexed.pixels.data() + size_t(row) * size_t(r.width()), r.width()));
 
     if (m_shown.isNull())
-        m_shown = QImage(m_size, QImage::Format_RGB32);
+        m_shown = newImage(m_size, QImage::Format_RGB32);
     const GifByteType *p = indexed.pixels.data();
     for (int y = r.top(); y <= r.bottom(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(m_shown.scanLine(y));
@@ -252,5 +223,5 @@ void GifAnimation::finish()
     const int status = EGifCloseFile(m_gif, &error);
     m_gif = nullptr;
     if (status == GIF_ERROR)
-        throw GifError(GifErrorString(error));
+        throw AnimationError(GifErrorString(error));
 }

@@ -2,7 +2,7 @@
 
 #include "CliOptions.h"
 #include "Conversions.h"
-#include "GifAnimation.h"
+#include "Animation.h"
 #include "History.h"
 #include "LoadError.h"
 #include "OutputTarget.h"
@@ -13,7 +13,8 @@
 #include <QDir>
 #include <QTextStream>
 #include <QtConcurrent/QtConcurrentRun>
-#include <optional>
+#include <deque>
+#include <exception>
 
 namespace {
 
@@ -47,12 +48,43 @@ void refuseClashingOutputs(const QString &out, const QString &framesDir, const Q
     refuseClashingTargets(targets, inputs);
 }
 
-// A frame, or the message of its failure (the drawing threads cannot throw
-// to the command).
+// A frame, or its failure (the drawing threads cannot throw to the command).
 struct DrawnFrame {
     QImage image;
-    std::optional<CliFailure> failure;
+    std::exception_ptr failure;
 };
+
+// Draws frames on every core, never more than a few ahead of the one being
+// written, and hands them to `write` in order on this thread: memory holds
+// a few frames and turns whatever the number of turns.
+void drawInOrder(int count, const std::function<QImage(int)> &draw, const std::function<void(const QImage &)> &write)
+{
+    QThreadPool pool;
+    const int ahead = 2 * pool.maxThreadCount();
+    std::deque<QFuture<DrawnFrame>> pending;
+    try {
+        for (int i = 0, next = 0; i < count; ++i) {
+            for (; next < count && next < i + ahead; ++next)
+                pending.push_back(QtConcurrent::run(&pool, [&draw, next] {
+                    DrawnFrame drawn;
+                    try {
+                        drawn.image = draw(next);
+                    } catch (...) {
+                        drawn.failure = std::current_exception();
+                    }
+                    return drawn;
+                }));
+            const DrawnFrame drawn = pending.front().result();
+            pending.pop_front();
+            if (drawn.failure)
+                std::rethrow_exception(drawn.failure);
+            write(drawn.image);
+        }
+    } catch (...) {
+        pool.clear(); // the frames not yet begun
+        throw;
+    }
+}
 
 } // namespace
 
@@ -73,9 +105,12 @@ int runHistory(const QStringList &arguments)
                       QStringLiteral("Draw race NAME in colour #RRGGBB in every year; red + green + blue must reach "
                                      "192 (repeatable)."),
                       QStringLiteral("NAME=#RRGGBB")});
-    parser.addOption({QStringLiteral("o"), QStringLiteral("The animation, a GIF."), QStringLiteral("FILE")});
-    parser.setApplicationDescription(QStringLiteral(
-        "Draws a game's turns as an animated GIF, one frame per year, each race in the same colour throughout."));
+    parser.addOption({QStringLiteral("o"),
+                      QStringLiteral("The animation: a GIF (.gif), or a lossless WebP (.webp) whose frames keep "
+                                     "every colour."),
+                      QStringLiteral("FILE")});
+    parser.setApplicationDescription(QStringLiteral("Draws a game's turns as an animated GIF or WebP, one frame per "
+                                                    "year, each race in the same colour throughout."));
     parser.addPositionalArgument(QStringLiteral("history"), QStringLiteral("The command, always the first argument."),
                                  QStringLiteral("history"));
     parser.addPositionalArgument(QStringLiteral("SNAPSHOT"),
@@ -93,8 +128,9 @@ int runHistory(const QStringList &arguments)
     const int delay = frameDelay(parser);
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     const QString out = parser.value(QStringLiteral("o"));
-    if (!out.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive) && out != u"-")
-        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif, or - for standard output"));
+    const std::optional<AnimationFormat> format = out == u"-" ? AnimationFormat::Gif : animationFormat(out);
+    if (!format)
+        throw CliFailure(2, QStringLiteral("-o takes an animation file ending in .gif or .webp, or - for a GIF on standard output"));
     const QString framesDir = parser.value(QStringLiteral("frames"));
     refuseClashingOutputs(out, framesDir, snapshots);
     if (!framesDir.isEmpty() && !QDir().mkpath(framesDir))
@@ -102,47 +138,41 @@ int runHistory(const QStringList &arguments)
     const GameChoice choice = gameChoice(parser);
 
     Progress progress(QStringLiteral("history"));
-    std::vector<HistoryTurn> turns = loadTurns(snapshots, choice, progress);
+    std::vector<HistoryTurn> turns = loadTurns(snapshots, choice, progress, TurnData::Released);
     StableRaceColours colours = chosenColours(raceColours, turns);
     History history(std::move(turns), std::move(colours));
     const HistoryFrameLayout layout = history.layout(pixels);
 
     OutputFile file(out);
     try {
-        GifAnimation gif(file.device(), layout.size(), delay);
-        // Frames are drawn on every core while this thread encodes them in
-        // year order; the pool waits for its threads before `history` goes.
-        QThreadPool pool;
-        std::vector<QFuture<DrawnFrame>> frames;
-        for (int i = 0; i < history.size(); ++i)
-            frames.push_back(QtConcurrent::run(&pool, [&, i] {
-                DrawnFrame drawn;
+        const std::unique_ptr<Animation> animation = startAnimation(*format, file.device(), layout.size(), delay);
+        int written = 0;
+        drawInOrder(
+            history.size(),
+            [&](int i) {
+                ConsoleHost host;
+                loading([&] { history.reload(i, choice); });
+                QImage frame;
                 try {
-                    ConsoleHost host;
-                    try {
-                        drawn.image = history.drawFrame(i, layers, layout, host);
-                    } catch (const std::exception &e) {
-                        throw CliFailure(1, QStringLiteral("%1: drawing the map failed: %2")
-                                                .arg(escapeControls(history.turn(i).snapshot.mapFile), QString::fromUtf8(e.what())));
-                    }
-                    history.release(i);
-                    if (!framesDir.isEmpty())
-                        writeImage(framePath(framesDir, history.year(i)), drawn.image, "png");
-                } catch (const CliFailure &failure) {
-                    drawn.failure = failure;
+                    frame = history.drawFrame(i, layers, layout, host);
+                } catch (const std::bad_alloc &) {
+                    throw;
+                } catch (const std::exception &e) {
+                    throw CliFailure(1, QStringLiteral("%1: drawing the map failed: %2")
+                                            .arg(escapeControls(history.turn(i).snapshot.mapFile),
+                                                 QString::fromUtf8(e.what())));
                 }
-                return drawn;
-            }));
-        for (int i = 0; i < history.size(); ++i) {
-            const DrawnFrame drawn = frames[size_t(i)].result();
-            frames[size_t(i)] = {};
-            if (drawn.failure)
-                throw *drawn.failure;
-            gif.addFrame(drawn.image);
-            progress.step(QStringLiteral("frames written"), i + 1, history.size());
-        }
-        gif.finish();
-    } catch (const GifError &e) {
+                history.release(i);
+                if (!framesDir.isEmpty())
+                    writeImage(framePath(framesDir, history.year(i)), frame, "png");
+                return frame;
+            },
+            [&](const QImage &frame) {
+                animation->addFrame(frame);
+                progress.step(QStringLiteral("frames written"), ++written, history.size());
+            });
+        animation->finish();
+    } catch (const AnimationError &e) {
         file.fail(QString::fromUtf8(e.what()));
     }
     file.commit();

@@ -3,6 +3,7 @@
 #include "CliOptions.h"
 #include "FileSelection.h"
 #include "GameFolder.h"
+#include "PngWriter.h"
 #include "QuotedText.h"
 
 #include <QBuffer>
@@ -248,6 +249,11 @@ QByteArray encodeImage(const QString &path, const QImage &image, const char *for
     QByteArray encoded;
     QBuffer buffer(&encoded);
     buffer.open(QIODevice::WriteOnly);
+    if (qstrcmp(format, "png") == 0) {
+        if (!writePng(image, buffer))
+            OutputFile(path).fail(QStringLiteral("the PNG could not be encoded"));
+        return encoded;
+    }
     QImageWriter writer(&buffer, format);
     if (!writer.write(image))
         OutputFile(path).fail(writer.errorString());

@@ -13,7 +13,10 @@
 #include "TraceRecorder.h"
 
 #include <QHash>
+#include <QtConcurrent/QtConcurrentRun>
+#include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -77,6 +80,12 @@ QByteArray pictureFormat(const QString &out)
     throw CliFailure(2, QStringLiteral("-o takes a picture file ending in .png or .bmp, or - for a PNG on standard output"));
 }
 
+// A picture made ready beside the loading, or why it could not be.
+struct BlankPicture {
+    std::unique_ptr<MapPicture> picture;
+    std::exception_ptr failure;
+};
+
 } // namespace
 
 int runRender(const QStringList &arguments)
@@ -128,14 +137,25 @@ int runRender(const QStringList &arguments)
         targets.append({QStringLiteral("--trace"), tracePath});
     refuseClashingTargets(targets, gameInputs(mapFile));
 
+    // The picture's million pixels are allocated and cleared on another
+    // core while the game loads: as much time again as the drawing.
+    QFuture<BlankPicture> blank = QtConcurrent::run([pixels] {
+        BlankPicture b;
+        try {
+            b.picture = std::make_unique<MapPicture>(pixels);
+        } catch (...) {
+            b.failure = std::current_exception();
+        }
+        return b;
+    });
     GameData data;
     loadGame(mapFile, parser, data);
     applyRaceColours(raceColours, data);
     requireEstimatedRaces(estimatedRaces, data);
-
-    MapPicture picture(pixels);
-    if (picture.raster().image().isNull())
-        throw CliFailure(1, QStringLiteral("not enough memory for a picture of %1 x %1 pixels").arg(pixels));
+    BlankPicture ready = blank.takeResult();
+    if (ready.failure)
+        std::rethrow_exception(ready.failure);
+    MapPicture &picture = *ready.picture;
     std::optional<OutputFile> traceFile;
     if (!tracePath.isEmpty()) {
         traceFile.emplace(tracePath);

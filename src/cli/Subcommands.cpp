@@ -17,7 +17,7 @@ const std::array table{
                runRender},
     Subcommand{"planet", "Writes what the window shows about one spot of the map: the readout and the detail panel.",
                false, runPlanet},
-    Subcommand{"history", "Draws a game's turns, one snapshot per year, as an animated GIF in stable race colours.",
+    Subcommand{"history", "Draws a game's turns, one snapshot per year, as an animated GIF or WebP in stable race colours.",
                true, runHistory},
     Subcommand{"site", "Writes a game's turns as a web map: a folder with index.html for any browser.", true, runSite},
 };

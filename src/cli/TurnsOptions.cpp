@@ -1,6 +1,5 @@
 #include "TurnsOptions.h"
 
-#include "LoadError.h"
 #include "QuotedText.h"
 
 #include <QFileInfo>
@@ -45,24 +44,22 @@ QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments
     return snapshots;
 }
 
-std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress)
+std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress,
+                                   TurnData keep)
 {
     std::atomic_int loaded = 0;
     const int total = int(snapshots.size());
-    try {
-        return loadHistory(snapshots, choice, [&] { progress.step(QStringLiteral("loaded"), ++loaded, total); });
-    } catch (const SelectionRefused &refused) {
-        throw CliFailure(2, refused.message);
-    } catch (const LoadError &e) {
-        throw CliFailure(1, e.message());
-    }
+    const QString what = keep == TurnData::Kept ? QStringLiteral("loaded") : QStringLiteral("turns read");
+    return loading([&] {
+        return loadHistory(snapshots, choice, [&] { progress.step(what, ++loaded, total); }, nullptr, keep);
+    });
 }
 
 StableRaceColours chosenColours(const std::vector<RaceColourRequest> &requests, const std::vector<HistoryTurn> &turns)
 {
     QStringList races;
     for (const HistoryTurn &turn : turns)
-        for (const QString &name : raceNames(turn.data))
+        for (const QString &name : turn.races)
             if (!races.contains(name))
                 races << name;
     StableRaceColours colours;

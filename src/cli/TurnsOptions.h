@@ -6,6 +6,7 @@
 
 #include "CliOptions.h"
 #include "History.h"
+#include "LoadError.h"
 #include "RaceColourOption.h"
 
 #include <QElapsedTimer>
@@ -34,9 +35,24 @@ void refuseYearOptions(const QCommandLineParser &parser, const QString &command)
 // snapshot without a year, a missing map file or two of one year.
 QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments);
 
-// Loads every turn; status 2 for a refused selection, 1 for a file that
-// cannot be loaded.
-std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress);
+// Runs a load of turns, its failures as the command's: status 2 for a
+// refused selection, 1 for a file that cannot be loaded.
+template <typename Load>
+auto loading(Load load)
+{
+    try {
+        return load();
+    } catch (const SelectionRefused &refused) {
+        throw CliFailure(2, refused.message);
+    } catch (const LoadError &e) {
+        throw CliFailure(1, e.message());
+    }
+}
+
+// Loads every turn, keeping its data or only its races (a command that
+// draws the turns one by one loads each again when it comes to it).
+std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress,
+                                   TurnData keep = TurnData::Kept);
 
 // The colours the races keep through the turns, those given fixed; a name
 // that is no race of any turn is a usage error.

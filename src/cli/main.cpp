@@ -2,6 +2,7 @@
 // its data or renders its map, for scripts, game hosts and test suites.
 
 #include "CliOptions.h"
+#include "PictureAllocation.h"
 #include "QuotedText.h"
 #include "Subcommands.h"
 #include "Version.h"
@@ -102,5 +103,9 @@ int main(int argc, char *argv[])
     } catch (const CliFailure &failure) {
         QTextStream(stderr) << failure.message << '\n';
         return failure.status;
+    } catch (const std::bad_alloc &e) {
+        // A picture too large for the memory names its size.
+        QTextStream(stderr) << (dynamic_cast<const NotEnoughMemory *>(&e) ? e.what() : "not enough memory") << '\n';
+        return 1;
     }
 }

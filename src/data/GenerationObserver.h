@@ -23,4 +23,8 @@ public:
     // know of: which of two names that differ only in case was read, a
     // report of which no line names a planet of the map.
     virtual void warning(const QString &) {}
+    // True stops the generation once the races are known (their names and
+    // number), for a caller that needs nothing else: a history sizing its
+    // frames before it draws them.
+    virtual bool racesOnly() const { return false; }
 };

@@ -137,6 +137,8 @@ void Generation::run()
         if (k != d.OwnRace && d.GameFiles[size_t(k)].included == u"1")
             mergeOtherReport(k);
     collectRaces();
+    if (obs.racesOnly())
+        return;
     raceStatistics();
     territoryGrid();
     if (d.ReportFormat == 30)

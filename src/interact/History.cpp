@@ -7,6 +7,30 @@
 #include <exception>
 #include <numeric>
 
+namespace {
+
+class RacesOnly : public GenerationObserver {
+public:
+    bool racesOnly() const override { return true; }
+};
+
+// A snapshot loaded as a game of its year (only as far as its races, for
+// TurnData::Released); a refused selection names the map file.
+void loadTurn(const Snapshot &snapshot, const GameChoice &choice, GameData &data, TurnData keep = TurnData::Kept)
+{
+    GameChoice own = choice;
+    own.gameYearText = QString::number(snapshot.year);
+    GenerationObserver whole;
+    RacesOnly races;
+    try {
+        loadChosenGame(snapshot.mapFile, own, data, keep == TurnData::Kept ? whole : races);
+    } catch (const SelectionRefused &refused) {
+        throw SelectionRefused(QStringLiteral("%1: %2").arg(escapeControls(snapshot.mapFile), refused.message));
+    }
+}
+
+} // namespace
+
 QStringList raceNames(const GameData &data)
 {
     QStringList names;
@@ -16,7 +40,8 @@ QStringList raceNames(const GameData &data)
 }
 
 std::vector<HistoryTurn> loadHistory(const QList<Snapshot> &snapshots, const GameChoice &choice,
-                                     const std::function<void()> &loaded, const std::atomic_bool *cancel)
+                                     const std::function<void()> &loaded, const std::atomic_bool *cancel,
+                                     TurnData keep)
 {
     std::vector<HistoryTurn> turns(size_t(snapshots.size()));
     std::vector<std::exception_ptr> failures(turns.size());
@@ -29,16 +54,13 @@ std::vector<HistoryTurn> loadHistory(const QList<Snapshot> &snapshots, const Gam
             return;
         HistoryTurn &turn = turns[size_t(i)];
         turn.snapshot = snapshots[i];
-        GameChoice own = choice;
-        own.gameYearText = QString::number(turn.snapshot.year);
-        GenerationObserver silent;
         try {
-            try {
-                loadChosenGame(turn.snapshot.mapFile, own, turn.data, silent);
-            } catch (const SelectionRefused &refused) {
-                throw SelectionRefused(QStringLiteral("%1: %2").arg(escapeControls(turn.snapshot.mapFile), refused.message));
-            }
+            loadTurn(turn.snapshot, choice, turn.data, keep);
+            turn.races = raceNames(turn.data);
+            if (keep == TurnData::Released)
+                turn.data = GameData();
         } catch (...) {
+            turn.data = GameData();
             failures[size_t(i)] = std::current_exception();
         }
         if (loaded)
@@ -53,13 +75,15 @@ std::vector<HistoryTurn> loadHistory(const QList<Snapshot> &snapshots, const Gam
 History::History(std::vector<HistoryTurn> turns, StableRaceColours colours)
     : m_turns(std::move(turns)), m_colours(std::move(colours))
 {
-    for (HistoryTurn &turn : m_turns)
-        turn.data.RaceRGB = m_colours.nextTurn(raceNames(turn.data));
+    for (HistoryTurn &turn : m_turns) {
+        m_turnColours.push_back(m_colours.nextTurn(turn.races));
+        turn.data.RaceRGB = m_turnColours.back();
+    }
 }
 
 HistoryLegend History::legend(int turn) const
 {
-    const QStringList present = raceNames(m_turns[size_t(turn)].data);
+    const QStringList &present = m_turns[size_t(turn)].races;
     HistoryLegend legend;
     for (const StableRaceColours::Race &race : m_colours.races())
         if (present.contains(race.name))
@@ -72,10 +96,10 @@ HistoryFrameLayout History::layout(int mapPixels) const
     QStringList races;
     for (const StableRaceColours::Race &race : m_colours.races())
         races << race.name;
-    int most = 0;
+    qsizetype most = 0;
     for (const HistoryTurn &turn : m_turns)
-        most = std::max(most, turn.data.PlayerCount);
-    return HistoryFrameLayout(mapPixels, races, most);
+        most = std::max(most, turn.races.size());
+    return HistoryFrameLayout(mapPixels, races, int(most));
 }
 
 QImage History::drawFrame(int turn, const OverlayButtons &layers, const HistoryFrameLayout &layout, RedrawHost &host,
@@ -83,4 +107,15 @@ QImage History::drawFrame(int turn, const OverlayButtons &layers, const HistoryF
 {
     return drawHistoryFrame(m_turns[size_t(turn)].data, layers, layout, year(turn), legend(turn), host,
                             devicePixelRatio);
+}
+
+void History::reload(int turn, const GameChoice &choice)
+{
+    HistoryTurn &t = m_turns[size_t(turn)];
+    GameData data;
+    loadTurn(t.snapshot, choice, data);
+    if (raceNames(data) != t.races)
+        throw LoadError(t.snapshot.mapFile, 0, QStringLiteral("the races of this turn changed while it was drawn"));
+    data.RaceRGB = m_turnColours[size_t(turn)];
+    t.data = std::move(data);
 }

@@ -1,6 +1,7 @@
 #include "HistoryFrame.h"
 
 #include "MapPicture.h"
+#include "PictureAllocation.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -57,7 +58,7 @@ QImage drawHistoryFrame(GameData &game, OverlayButtons layers, const HistoryFram
     map.redraw(game, layers, zoom, host);
 
     // The painter counts in pixels of the layout whatever the ratio.
-    QImage frame(layout.size() * devicePixelRatio, QImage::Format_RGB32);
+    QImage frame = newImage(layout.size() * devicePixelRatio, QImage::Format_RGB32);
     frame.setDevicePixelRatio(devicePixelRatio);
     frame.fill(Qt::black);
     QPainter painter(&frame);

@@ -1,6 +1,8 @@
 #include "RasterSurface.h"
 
 #include "Colour.h"
+#include "PictureAllocation.h"
+#include "PngWriter.h"
 
 #include <QFileInfo>
 #include <QFont>
@@ -133,7 +135,7 @@ RasterSurface::RasterSurface(int pixels, double devicePixelRatio, float logicalW
     : m_logicalWidth(logicalWidth)
 {
     const int side = qRound(pixels * devicePixelRatio);
-    m_image = QImage(side, side, QImage::Format_RGB32);
+    m_image = newImage(QSize(side, side), QImage::Format_RGB32);
     setResolution(devicePixelRatio);
     cls();
 }
@@ -183,8 +185,8 @@ bool RasterSurface::save(const QString &path) const
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    QImageWriter writer(&file, format);
-    return writer.write(m_image) && file.commit();
+    const bool written = format == "png" ? writePng(m_image, file) : QImageWriter(&file, format).write(m_image);
+    return written && file.commit();
 }
 
 void RasterSurface::cls()

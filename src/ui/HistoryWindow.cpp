@@ -1,15 +1,21 @@
 #include "HistoryWindow.h"
 
+#include "Animation.h"
 #include "FigureName.h"
 #include "LayerNames.h"
 #include "LoadError.h"
 #include "MessageSink.h"
+#include "PictureAllocation.h"
 #include "ScreenFit.h"
 
+#include <QApplication>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSaveFile>
 #include <QShortcut>
 #include <QSlider>
 #include <QToolButton>
@@ -20,13 +26,16 @@ namespace {
 
 constexpr int PlayInterval = 700; // milliseconds a year shows while playing
 constexpr int SmallestMap = 120;
+// The saved animation's map square, whatever the window's size: the
+// command line's usual size.
+constexpr int SavedMapPixels = 800;
 
 } // namespace
 
 HistoryWindow::HistoryWindow(const QString &folder, const OverlayButtons &buttons, QWidget *parent)
     : QWidget(parent, Qt::Window), m_map(new QLabel(this)), m_slider(new QSlider(Qt::Horizontal, this)),
       m_yearLabel(new QLabel(this)), m_play(new QPushButton(QStringLiteral("Play"), this)),
-      m_progress(new QProgressBar(this))
+      m_progress(new QProgressBar(this)), m_saveAnimation(new QAction(QStringLiteral("&Save Animation..."), this))
 {
     setWindowTitle(QStringLiteral("History - %1").arg(folder));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -67,7 +76,18 @@ HistoryWindow::HistoryWindow(const QString &folder, const OverlayButtons &button
     controls->addWidget(m_yearLabel);
     controls->addWidget(m_progress);
 
+    auto *menus = new QMenuBar(this);
+    QMenu *file = menus->addMenu(QStringLiteral("&File"));
+    m_saveAnimation->setEnabled(false);
+    file->addAction(m_saveAnimation);
+    connect(m_saveAnimation, &QAction::triggered, this, &HistoryWindow::saveAnimation);
+    file->addAction(QStringLiteral("&Close"), this, &QWidget::close);
+    // The bar's own button for menus that do not fit.
+    for (QToolButton *more : menus->findChildren<QToolButton *>())
+        more->setAccessibleName(QStringLiteral("More Menus"));
+
     auto *column = new QVBoxLayout(this);
+    column->setMenuBar(menus);
     column->addLayout(layers);
     column->addWidget(m_map, 1);
     column->addLayout(controls);
@@ -166,6 +186,7 @@ void HistoryWindow::loadingDone()
     m_slider->setRange(0, m_history->size() - 1);
     m_slider->setEnabled(true);
     m_play->setEnabled(m_history->size() > 1);
+    m_saveAnimation->setEnabled(true);
     redrawAll();
     emit loadingFinished();
 }
@@ -225,4 +246,51 @@ void HistoryWindow::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     if (m_history)
         m_resized.start();
+}
+
+void HistoryWindow::saveAnimation()
+{
+    QFileDialog dialog(this, QStringLiteral("Save Animation"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters({QStringLiteral("GIF animation (*.gif)"), QStringLiteral("WebP animation, lossless (*.webp)")});
+    dialog.setDefaultSuffix(QStringLiteral("gif"));
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
+        dialog.setDefaultSuffix(filter.contains(QLatin1String("webp")) ? QStringLiteral("webp") : QStringLiteral("gif"));
+    });
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        writeAnimation(dialog.selectedFiles().first());
+}
+
+// Every year at the saved size with the layers pressed now, each shown as
+// long as while playing.
+void HistoryWindow::writeAnimation(const QString &path)
+{
+    const std::optional<AnimationFormat> format = animationFormat(path);
+    if (!format) {
+        showMessage(this, QStringLiteral("%1: an animation is saved as GIF (.gif) or WebP (.webp)").arg(path));
+        return;
+    }
+    QString failure;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        QSaveFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            throw AnimationError(file.errorString().toStdString());
+        const HistoryFrameLayout layout = m_history->layout(SavedMapPixels);
+        const std::unique_ptr<Animation> animation = startAnimation(*format, file, layout.size(), PlayInterval / 10);
+        const OverlayButtons layers = pressedLayers();
+        RedrawHost quiet;
+        for (int turn = 0; turn < m_history->size(); ++turn)
+            animation->addFrame(m_history->drawFrame(turn, layers, layout, quiet));
+        animation->finish();
+        if (!file.commit())
+            throw AnimationError(file.errorString().toStdString());
+    } catch (const std::bad_alloc &e) {
+        failure = dynamic_cast<const NotEnoughMemory *>(&e) ? QString::fromUtf8(e.what()) : QStringLiteral("not enough memory");
+    } catch (const std::exception &e) {
+        failure = QString::fromUtf8(e.what());
+    }
+    QApplication::restoreOverrideCursor();
+    if (!failure.isEmpty())
+        showMessage(this, QStringLiteral("%1: cannot save the animation (%2)").arg(path, failure));
 }

@@ -3,7 +3,8 @@
 // slider, a play button that steps through the years, and the map layers as
 // toggles. The turns load in the background from a folder whose subfolders
 // are named by the year (or whose map files are); each race keeps one
-// colour throughout. Left and right step a year.
+// colour throughout. Left and right step a year. File > Save Animation
+// writes every year as a GIF or a lossless WebP, by the name's ending.
 
 #include "History.h"
 
@@ -14,6 +15,7 @@
 #include <memory>
 #include <vector>
 
+class QAction;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -38,6 +40,7 @@ public:
     QPushButton *playButton() const { return m_play; }
     QToolButton *layerButton(OverlayButton button) const;
     QLabel *mapLabel() const { return m_map; }
+    QAction *saveAnimationAction() const { return m_saveAnimation; }
 
 signals:
     // The turns are loaded (or failed to, after the message).
@@ -59,12 +62,17 @@ private:
     void redrawAll();
     void togglePlay();
     OverlayButtons pressedLayers() const;
+    // Asks for a file name, then writes the animation there; a failure is
+    // one message.
+    void saveAnimation();
+    void writeAnimation(const QString &path);
 
     QLabel *m_map;
     QSlider *m_slider;
     QLabel *m_yearLabel;
     QPushButton *m_play;
     QProgressBar *m_progress;
+    QAction *m_saveAnimation;
     std::vector<std::pair<OverlayButton, QToolButton *>> m_layers;
     QTimer m_player;
     QTimer m_resized;

@@ -1,7 +1,8 @@
 // The history window on four generated turns: the layers it starts with,
 // the slider and the arrows stepping a year (wrapping round), play, a layer
-// toggle redrawing the map, names for every control, and the message for a
-// folder without turns.
+// toggle redrawing the map, names for every control, saving the animation
+// under the name given in the file dialog, and the messages for a folder
+// without turns and an animation that cannot be written.
 
 #include "AccessibleText.h"
 #include "GameGenerator.h"
@@ -9,13 +10,19 @@
 #include "RecordingSink.h"
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QImageReader>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <algorithm>
 
@@ -26,6 +33,19 @@ constexpr int LastYear = 2412;
 QImage shown(const HistoryWindow &w)
 {
     return w.mapLabel()->pixmap().toImage();
+}
+
+// Chooses File > Save Animation and types `name` into the dialog, as a user would.
+void saveAnimationAs(HistoryWindow &w, const QString &name)
+{
+    QTimer::singleShot(0, [name] {
+        QTRY_VERIFY(qobject_cast<QFileDialog *>(QApplication::activeModalWidget()));
+        auto *dialog = static_cast<QFileDialog *>(QApplication::activeModalWidget());
+        auto *edit = dialog->findChild<QLineEdit *>();
+        edit->setText(name);
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    w.saveAnimationAction()->trigger();
 }
 
 } // namespace
@@ -99,6 +119,48 @@ private slots:
             if (qobject_cast<QAbstractButton *>(control) || qobject_cast<QSlider *>(control)
                 || qobject_cast<QLabel *>(control) || qobject_cast<QProgressBar *>(control))
                 QVERIFY2(!control->accessibleName().isEmpty(), control->metaObject()->className());
+        }
+    }
+
+    void savesTheAnimation_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("GIF") << "%1/years.gif" << QString();
+        QTest::newRow("WebP, by the name's ending") << "%1/years.WEBP" << QString();
+        QTest::newRow("no folder there") << "%1/missing/years.gif" << "cannot save the animation";
+        QTest::newRow("another ending") << "%1/years.png" << "an animation is saved as GIF (.gif) or WebP (.webp)";
+    }
+    void savesTheAnimation()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        QTemporaryDir out;
+        name = name.arg(out.path());
+        HistoryWindow w(m_dir.path(), OverlayButtons{});
+        QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
+        w.show();
+        QVERIFY(!w.saveAnimationAction()->isEnabled());
+        QVERIFY(loaded.wait(20000));
+        QVERIFY(w.saveAnimationAction()->isEnabled());
+        m_sink.messages.clear();
+        saveAnimationAs(w, name);
+        if (!message.isEmpty()) {
+            QCOMPARE(m_sink.messages.size(), 1);
+            QVERIFY2(m_sink.messages.first().contains(message), qPrintable(m_sink.messages.first()));
+            QCOMPARE(QDir(out.path()).entryList(QDir::Files), QStringList());
+            return;
+        }
+        QCOMPARE(m_sink.messages, QStringList());
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray head = file.read(12);
+        if (name.endsWith(".gif")) {
+            QImageReader reader(name);
+            QCOMPARE(reader.imageCount(), 4); // every year, at the saved size
+            QCOMPARE(reader.size().height(), 800);
+        } else {
+            QVERIFY(head.startsWith("RIFF") && head.endsWith("WEBP"));
         }
     }
 

@@ -1,0 +1,228 @@
+// veltro-cli history on a generated sixteen-race game on the huge map: the
+// GIF and the WebP decoded back by their own libraries against the PNG
+// frames (the WebP exact, the GIF's reduced colours within 12 levels of
+// every pixel); peak memory that does not grow with the number of turns;
+// and a picture too large for the memory refused with a message instead of
+// a crash.
+
+#include "CliRun.h"
+#include "GameGenerator.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gif_lib.h>
+#include <webp/demux.h>
+
+namespace {
+
+constexpr int Turns = 20;
+constexpr int LastYear = 2440;
+
+struct Decoded {
+    QList<QImage> frames; // as a viewer shows them
+    QList<int> delays;    // milliseconds
+    bool loopsForEver = false;
+};
+
+// giflib's reader; each frame drawn over the ones before, its transparent
+// pixels left as they were.
+Decoded decodeGif(const QString &path)
+{
+    Decoded d;
+    int error = 0;
+    GifFileType *gif = DGifOpenFileName(QFile::encodeName(path).constData(), &error);
+    if (!gif || DGifSlurp(gif) == GIF_ERROR)
+        qFatal("giflib cannot read %s", qPrintable(path));
+    QImage canvas(gif->SWidth, gif->SHeight, QImage::Format_RGB32);
+    canvas.fill(Qt::black);
+    for (int i = 0; i < gif->ImageCount; ++i) {
+        const SavedImage &image = gif->SavedImages[i];
+        const GifImageDesc &desc = image.ImageDesc;
+        const ColorMapObject *map = desc.ColorMap ? desc.ColorMap : gif->SColorMap;
+        GraphicsControlBlock control;
+        DGifSavedExtensionToGCB(gif, i, &control);
+        for (int y = 0; y < desc.Height; ++y)
+            for (int x = 0; x < desc.Width; ++x)
+                if (const int index = image.RasterBits[y * desc.Width + x]; index != control.TransparentColor) {
+                    const GifColorType &c = map->Colors[index];
+                    canvas.setPixel(desc.Left + x, desc.Top + y, qRgb(c.Red, c.Green, c.Blue));
+                }
+        d.frames << canvas.copy();
+        d.delays << control.DelayTime * 10;
+    }
+    // The loop extension comes before the first frame: its application
+    // block, then a block of 1 and a count of 0, for ever.
+    const SavedImage &first = gif->SavedImages[0];
+    for (int i = 0; i + 1 < first.ExtensionBlockCount; ++i) {
+        const ExtensionBlock &b = first.ExtensionBlocks[i], &data = first.ExtensionBlocks[i + 1];
+        if (b.Function == APPLICATION_EXT_FUNC_CODE && b.ByteCount == 11 && !memcmp(b.Bytes, "NETSCAPE2.0", 11))
+            d.loopsForEver = data.ByteCount == 3 && data.Bytes[0] == 1 && data.Bytes[1] == 0 && data.Bytes[2] == 0;
+    }
+    DGifCloseFile(gif, &error);
+    return d;
+}
+
+// libwebp's animation decoder: whole frames, with their end times.
+Decoded decodeWebp(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    const QByteArray bytes = file.readAll();
+    const WebPData data{reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size())};
+    WebPAnimDecoderOptions options;
+    WebPAnimDecoderOptionsInit(&options);
+    options.color_mode = MODE_BGRA;
+    WebPAnimDecoder *decoder = WebPAnimDecoderNew(&data, &options);
+    WebPAnimInfo info;
+    if (!decoder || !WebPAnimDecoderGetInfo(decoder, &info))
+        qFatal("libwebp cannot read %s", qPrintable(path));
+    Decoded d;
+    d.loopsForEver = info.loop_count == 0;
+    int shownUntil = 0;
+    while (WebPAnimDecoderHasMoreFrames(decoder)) {
+        uint8_t *pixels = nullptr;
+        int end = 0;
+        WebPAnimDecoderGetNext(decoder, &pixels, &end);
+        const QImage frame(pixels, int(info.canvas_width), int(info.canvas_height), int(info.canvas_width) * 4,
+                           QImage::Format_ARGB32);
+        d.frames << frame.convertToFormat(QImage::Format_RGB32);
+        d.delays << end - shownUntil;
+        shownUntil = end;
+    }
+    WebPAnimDecoderDelete(decoder);
+    return d;
+}
+
+int worstChannelError(const QImage &a, const QImage &b)
+{
+    int worst = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            worst = std::max({worst, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
+                              std::abs(qBlue(p) - qBlue(q))});
+        }
+    return worst;
+}
+
+// veltro-cli run by a shell as `prefix` says: after a ulimit, or by GNU time
+// (whose %M is the peak resident set in KB).
+CliRun runVia(const QString &prefix, const QStringList &arguments, const QByteArray &asanOptions = {})
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!asanOptions.isEmpty())
+        environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ':' + asanOptions);
+    process.setProcessEnvironment(environment);
+    process.start("sh", QStringList{"-c", prefix + " \"$0\" \"$@\"", VELTRO_CLI} + arguments);
+    process.waitForFinished(-1);
+    CliRun run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+    if (process.exitStatus() == QProcess::NormalExit)
+        run.status = process.exitCode();
+    return run;
+}
+
+} // namespace
+
+class HistoryFramesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        gamegen::GameOptions options;
+        options.mapPath = VELTRO_TEST_MAPS "/huge-packed-00001.map";
+        options.outDir = m_dir.path();
+        options.players = 16;
+        options.gameYear = LastYear;
+        for (const gamegen::GeneratedGame &turn : gamegen::generateHistory(options, Turns))
+            m_turns << turn.mapFile;
+    }
+
+    // The territory grid shades each race's colour by strength: some 1600
+    // colours a frame, which a GIF must reduce to 255.
+    void animationsHoldThePngFrames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("tolerance");
+        QTest::newRow("GIF") << "history.gif" << 12;
+        QTest::newRow("WebP") << "history.webp" << 0;
+    }
+    void animationsHoldThePngFrames()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, tolerance);
+        const QString out = m_dir.filePath(name), frames = m_dir.filePath("frames-" + name);
+        const CliRun run = runCli(QStringList{"history"} + m_turns.mid(0, 3)
+                                  + QStringList{"--layers", "territory,universe,owned", "--size", "360", "--delay",
+                                                "300", "--frames", frames, "-o", out});
+        QCOMPARE(run.status, 0);
+        const Decoded decoded = name.endsWith(".gif") ? decodeGif(out) : decodeWebp(out);
+        QVERIFY(decoded.loopsForEver);
+        QCOMPARE(decoded.frames.size(), 3);
+        QCOMPARE(decoded.delays, QList<int>({300, 300, 300}));
+        for (int i = 0; i < 3; ++i) {
+            const QImage png = QImage(QDir(frames).filePath(QString("%1.png").arg(LastYear - Turns + 1 + i)))
+                                   .convertToFormat(QImage::Format_RGB32);
+            QCOMPARE(decoded.frames[i].size(), png.size());
+            const int worst = worstChannelError(decoded.frames[i], png);
+            QVERIFY2(worst <= tolerance, qPrintable(QString("frame %1: %2 levels off").arg(i).arg(worst)));
+        }
+    }
+
+    // Frames are drawn a few ahead of the one written, each turn loaded
+    // again to be drawn: five times the turns take little more memory (the
+    // WebP encoder keeps each frame compressed, some 300 KB). Holding the
+    // turns would take some 3 MB of game a turn, and frames drawn faster
+    // than the slower of the two encoders writes them 3 MB each.
+    void memoryDoesNotGrowWithTheTurns()
+    {
+        auto peakKb = [&](int turns) {
+            // The sanitizer's quarantine would hold on to freed frames.
+            const CliRun run = runVia("exec /usr/bin/time -f %M", QStringList{"history"} + m_turns.mid(0, turns)
+                                                                      + QStringList{"-o", m_dir.filePath("peak.webp")},
+                                      "quarantine_size_mb=0");
+            const QStringList lines = run.err.trimmed().split('\n');
+            return run.status == 0 ? lines.last().toLongLong() : -1;
+        };
+        const qint64 few = peakKb(4), many = peakKb(Turns);
+        QVERIFY(few > 0);
+        QVERIFY2(many - few < 16 * 1024, qPrintable(QString("%1 KB for 4 turns, %2 KB for %3").arg(few).arg(many).arg(Turns)));
+    }
+
+    // Under a limit of 1 GB, a 20000-pixel square (1.6 GB) cannot be had.
+    void pictureTooLargeForTheMemory_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("history") << QStringList{"history", "%1", "--size", "20000", "-o", "%2/big.gif"};
+        QTest::newRow("render") << QStringList{"render", "%1", "--year", "2421", "--size", "20000", "-o", "%2/big.png"};
+    }
+    void pictureTooLargeForTheMemory()
+    {
+        QFETCH(QStringList, arguments);
+        arguments.replaceInStrings("%1", m_turns.first()).replaceInStrings("%2", m_dir.path());
+#if defined(__SANITIZE_ADDRESS__)
+        // The sanitizer reserves terabytes of address space: its own
+        // allocation limit stands in for ulimit.
+        CliRun run = runVia("exec", arguments, "allocator_may_return_null=1:max_allocation_size_mb=1000");
+        // Its own warning about the refused allocation comes first.
+        run.err.remove(QRegularExpression("^==\\d+==WARNING: AddressSanitizer failed to allocate[^\n]*\n"));
+#else
+        const CliRun run = runVia("ulimit -v 1000000; exec", arguments);
+#endif
+        QCOMPARE(run.err, QString("not enough memory for a 20000 x 20000 picture\n"));
+        QCOMPARE(run.status, 1);
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QStringList m_turns;
+};
+
+QTEST_GUILESS_MAIN(HistoryFramesTest)
+#include "tst_historyframes.moc"

@@ -98,7 +98,7 @@ void MainWindow::createMenus()
     save->setShortcut(QKeySequence::Save);
     file->addAction(QStringLiteral("&History\u2026"), this, &MainWindow::openHistory)
         ->setObjectName(QStringLiteral("mnuHistory"));
-    file->addAction(QStringLiteral("Publish Web Map\u2026"), this, &MainWindow::publishWebMap)
+    file->addAction(QStringLiteral("&Publish Web Map\u2026"), this, &MainWindow::publishWebMap)
         ->setObjectName(QStringLiteral("mnuPublish"));
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);

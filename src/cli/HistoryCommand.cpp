@@ -109,20 +109,10 @@ int runHistory(const QStringList &arguments)
                       QStringLiteral("The animation: a GIF (.gif), or a lossless WebP (.webp) whose frames keep "
                                      "every colour."),
                       QStringLiteral("FILE")});
-    parser.setApplicationDescription(QStringLiteral("Draws a game's turns as an animated GIF or WebP, one frame per "
-                                                    "year, each race in the same colour throughout."));
-    parser.addPositionalArgument(QStringLiteral("history"), QStringLiteral("The command, always the first argument."),
-                                 QStringLiteral("history"));
-    parser.addPositionalArgument(QStringLiteral("SNAPSHOT"),
-                                 QStringLiteral("A turn: MAPFILE@YEAR, or a MAPFILE in a folder named by the year, "
-                                                "with that year's reports beside it."),
-                                 QStringLiteral("SNAPSHOT..."));
-    parseCommandLine(parser, arguments);
-
-    QStringList positional = parser.positionalArguments();
-    positional.removeFirst(); // the subcommand's name
-    refuseYearOptions(parser, QStringLiteral("history"));
-    const QList<Snapshot> snapshots = snapshotsOf(QStringLiteral("history"), positional);
+    const QList<Snapshot> snapshots = parseSnapshots(
+        parser, arguments, QStringLiteral("history"),
+        QStringLiteral("Draws a game's turns as an animated GIF or WebP, one frame per year, each race in the same "
+                       "colour throughout."));
     const OverlayButtons layers = parseLayers(parser.value(QStringLiteral("layers")));
     const int pixels = pictureSize(parser);
     const int delay = frameDelay(parser);

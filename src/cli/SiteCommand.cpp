@@ -39,22 +39,11 @@ int runSite(const QStringList &arguments)
                       QStringLiteral("The folder to write: new, empty, or holding a web map written before, which "
                                      "is replaced."),
                       QStringLiteral("DIR")});
-    parser.setApplicationDescription(QStringLiteral(
-        "Writes a game's turns as a web map, one snapshot per year: a folder with index.html that a browser opens "
-        "from disk or any static web server, with the views, the year slider, the pointer readout and the planet "
-        "detail panel."));
-    parser.addPositionalArgument(QStringLiteral("site"), QStringLiteral("The command, always the first argument."),
-                                 QStringLiteral("site"));
-    parser.addPositionalArgument(QStringLiteral("SNAPSHOT"),
-                                 QStringLiteral("A turn: MAPFILE@YEAR, or a MAPFILE in a folder named by the year, "
-                                                "with that year's reports beside it."),
-                                 QStringLiteral("SNAPSHOT..."));
-    parseCommandLine(parser, arguments);
-
-    QStringList positional = parser.positionalArguments();
-    positional.removeFirst(); // the subcommand's name
-    refuseYearOptions(parser, QStringLiteral("site"));
-    const QList<Snapshot> snapshots = snapshotsOf(QStringLiteral("site"), positional);
+    const QList<Snapshot> snapshots = parseSnapshots(
+        parser, arguments, QStringLiteral("site"),
+        QStringLiteral("Writes a game's turns as a web map, one snapshot per year: a folder with index.html that a "
+                       "browser opens from disk or any static web server, with the views, the year slider, the "
+                       "pointer readout and the planet detail panel."));
     const int pixels = mapPixels(parser);
     const auto raceColours = parseRaceColours(parser.values(QStringLiteral("race-colour")));
     const QString out = parser.value(QStringLiteral("o"));

@@ -15,6 +15,8 @@ void Progress::step(const QString &what, int done, int total)
     QTextStream(stderr) << m_command << ": " << what << ' ' << done << " of " << total << '\n';
 }
 
+namespace {
+
 void refuseYearOptions(const QCommandLineParser &parser, const QString &command)
 {
     if (parser.isSet(QStringLiteral("year")) || parser.isSet(QStringLiteral("report-year")))
@@ -42,6 +44,24 @@ QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments
         throw CliFailure(2, e.message);
     }
     return snapshots;
+}
+
+} // namespace
+
+QList<Snapshot> parseSnapshots(QCommandLineParser &parser, const QStringList &arguments, const QString &command,
+                               const QString &description)
+{
+    parser.setApplicationDescription(description);
+    parser.addPositionalArgument(command, QStringLiteral("The command, always the first argument."), command);
+    parser.addPositionalArgument(QStringLiteral("SNAPSHOT"),
+                                 QStringLiteral("A turn: MAPFILE@YEAR, or a MAPFILE in a folder named by the year, "
+                                                "with that year's reports beside it."),
+                                 QStringLiteral("SNAPSHOT..."));
+    parseCommandLine(parser, arguments);
+    QStringList positional = parser.positionalArguments();
+    positional.removeFirst(); // the command's name
+    refuseYearOptions(parser, command);
+    return snapshotsOf(command, positional);
 }
 
 std::vector<HistoryTurn> loadTurns(const QList<Snapshot> &snapshots, const GameChoice &choice, Progress &progress,

@@ -27,13 +27,13 @@ private:
     qint64 m_lastLine = -1000;
 };
 
-// The turns are dated by their snapshots: --year and --report-year are a
-// usage error.
-void refuseYearOptions(const QCommandLineParser &parser, const QString &command);
-
-// The SNAPSHOT arguments in year order; usage error (2) for none, a
-// snapshot without a year, a missing map file or two of one year.
-QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments);
+// Parses the command line of a command over turns (its options already
+// given to the parser) and returns its SNAPSHOT arguments in year order.
+// The turns are dated by their snapshots, so --year and --report-year are a
+// usage error (2), as are no snapshot, a snapshot without a year, a missing
+// map file and two snapshots of one year.
+QList<Snapshot> parseSnapshots(QCommandLineParser &parser, const QStringList &arguments, const QString &command,
+                               const QString &description);
 
 // Runs a load of turns, its failures as the command's: status 2 for a
 // refused selection, 1 for a file that cannot be loaded.

@@ -74,6 +74,21 @@ void refuseArgumentsNotInUtf8(int argc, char *argv[])
     }
 }
 
+int runCommand(const Subcommand *subcommand)
+{
+    try {
+        const QStringList arguments = QCoreApplication::arguments();
+        return subcommand ? subcommand->run(arguments) : runTopLevel(arguments);
+    } catch (const CliFailure &failure) {
+        QTextStream(stderr) << failure.message << '\n';
+        return failure.status;
+    } catch (const std::bad_alloc &e) {
+        // A picture too large for the memory names its size.
+        QTextStream(stderr) << (dynamic_cast<const NotEnoughMemory *>(&e) ? e.what() : "not enough memory") << '\n';
+        return 1;
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -97,15 +112,11 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("veltro-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELTRO_VERSION));
 
-    try {
-        const QStringList arguments = QCoreApplication::arguments();
-        return subcommand ? subcommand->run(arguments) : runTopLevel(arguments);
-    } catch (const CliFailure &failure) {
-        QTextStream(stderr) << failure.message << '\n';
-        return failure.status;
-    } catch (const std::bad_alloc &e) {
-        // A picture too large for the memory names its size.
-        QTextStream(stderr) << (dynamic_cast<const NotEnoughMemory *>(&e) ? e.what() : "not enough memory") << '\n';
-        return 1;
-    }
+    const int status = runCommand(subcommand);
+    // Taking the application down would have the font database read
+    // fontconfig's whole configuration only to free it again (tens of
+    // milliseconds): everything is written and flushed by now, so the
+    // process ends with the application still standing.
+    (void)app.release();
+    return status;
 }

@@ -7,6 +7,7 @@
 #include "BenchMain.h"
 #include "DetailPanel.h"
 #include "FindPlanetField.h"
+#include "IsolatedSettings.h"
 #include "MainWindow.h"
 #include "MapCanvasWidget.h"
 #include "MessageSink.h"
@@ -196,5 +197,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // Recent Games and the window's place go to a folder of the run's own,
+    // not into the user's settings.
+    IsolatedSettings settings;
     return runBenchmarks(argc, argv, "veltro-desktop-bench");
 }

@@ -1,23 +1,43 @@
 // Timings of the desktop program with the huge sixteen-race game: from
 // "Load && Generate Data" to the enabled overlay buttons, from nothing to a
-// main window on screen, and the pointer over the map (offscreen platform).
+// main window on screen, the pointer over the map, a planet found by name,
+// and a new turn reloaded (offscreen platform).
 
 #include "AnnotationToolBox.h"
 #include "BenchMain.h"
 #include "DetailPanel.h"
+#include "FindPlanetField.h"
+#include "IsolatedSettings.h"
 #include "MainWindow.h"
 #include "MapCanvasWidget.h"
+#include "MessageSink.h"
 #include "OverlayButtonBar.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QRadioButton>
+#include <QStatusBar>
 #include <QTest>
 #include <QToolButton>
 #include <benchmark/benchmark.h>
 
 namespace {
+
+// The user at the message boxes: takes the year proposed, and any other
+// message is a failure of the run.
+class AcceptingSink : public MessageSink {
+public:
+    AcceptingSink() : m_previous(setMessageSink(this)) {}
+    ~AcceptingSink() override { setMessageSink(m_previous); }
+    void information(QWidget *, const QString &text) override { failure = text; }
+    bool question(QWidget *, const QString &, const QString &) override { return true; }
+    QString input(QWidget *, const QString &, const QString &, const QString &proposed) override { return proposed; }
+    QString failure;
+
+private:
+    MessageSink *m_previous;
+};
 
 // The huge game loaded in a shown window whose map is 1000 pixels square,
 // with borders, planets and owners drawn.
@@ -90,6 +110,56 @@ void BM_ClickFillsPanel(benchmark::State &state)
     state.counters["races"] = d.PlayerCount;
 }
 
+// A motion while a trip is measured: the readout, the pick scans of the
+// readout and of the snapped end, the figures in the status line, and the
+// repaint of what the line covered.
+void BM_PointerMotionMeasuring(benchmark::State &state)
+{
+    LoadedWindow w;
+    w.window().annotationTools()->toolButton(DrawTool::Measure)->click();
+    w.click(QPoint(200, 200));
+    int step = 0;
+    for (auto _ : state) {
+        step ^= 1;
+        w.move(QPoint(600 + step * 20, 500 + step * 10));
+    }
+    if (w.window().statusBar()->currentMessage().isEmpty())
+        state.SkipWithError("no trip was measured");
+}
+
+// A name chosen in Find Planet: the name matched, the panel filled with
+// the hab of all sixteen races and both pies, the planet ringed and shown.
+void BM_FoundPlanetShown(benchmark::State &state)
+{
+    LoadedWindow w;
+    const GameData &d = w.window().gameData();
+    const QStringList names{d.planet(d.PlanetCount / 3)[Name].text(), d.planet(2 * d.PlanetCount / 3)[Name].text()};
+    int step = 0;
+    for (auto _ : state) {
+        step ^= 1;
+        emit w.window().findField()->chosen(names[step]);
+        QApplication::processEvents();
+    }
+    if (w.window().detailPanel()->valueLabel(PlanetNameLabel)->text() != names[step])
+        state.SkipWithError("the planet was not shown");
+    state.counters["planets"] = d.PlanetCount;
+}
+
+// F5 with the year proposed taken: the game loaded again aside, the
+// overlays, view and planet carried over, and the map redrawn and shown.
+void BM_ReloadTurn(benchmark::State &state)
+{
+    LoadedWindow w;
+    AcceptingSink sink;
+    emit w.window().findField()->chosen(w.window().gameData().planet(1)[Name].text());
+    for (auto _ : state) {
+        QTest::keyClick(&w.window(), Qt::Key_F5);
+        QApplication::processEvents();
+    }
+    if (!sink.failure.isEmpty())
+        state.SkipWithError(qPrintable(sink.failure));
+    state.counters["planets"] = w.window().gameData().PlanetCount;
+}
 
 void BM_LoadAndGenerateInWindow(benchmark::State &state)
 {
@@ -116,6 +186,9 @@ BENCHMARK(BM_LoadAndGenerateInWindow)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_MainWindowVisible)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PointerMotionWithBand)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ClickFillsPanel)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PointerMotionMeasuring)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_FoundPlanetShown)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ReloadTurn)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -124,5 +197,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // Recent Games and the window's place go to a folder of the run's own,
+    // not into the user's settings.
+    IsolatedSettings settings;
     return runBenchmarks(argc, argv, "veltro-desktop-bench");
 }

@@ -19,9 +19,9 @@ AnnotationToolBox::AnnotationToolBox(QWidget *parent) : QWidget(parent)
     auto *tools = new QGroupBox(QStringLiteral("Draw"), this);
     auto *toolRow = new QHBoxLayout(tools);
     auto *toolGroup = new QButtonGroup(this);
-    const std::pair<const char *, const char *> toolCaptions[4] = {
-        {"X", "Stop Drawing"}, {"C", "Draw a Circle"}, {"L", "Draw a Line"}, {"T", "Add text"}};
-    for (int i = 0; i < 4; ++i) {
+    const std::pair<const char *, const char *> toolCaptions[5] = {
+        {"X", "Stop Drawing"}, {"C", "Draw a Circle"}, {"L", "Draw a Line"}, {"T", "Add text"}, {"&M", "Measure"}};
+    for (int i = 0; i < 5; ++i) {
         auto *b = new QRadioButton(QString::fromLatin1(toolCaptions[i].first), tools);
         b->setObjectName(QStringLiteral("Draw%1").arg(i));
         b->setToolTip(QString::fromLatin1(toolCaptions[i].second));
@@ -30,6 +30,8 @@ AnnotationToolBox::AnnotationToolBox(QWidget *parent) : QWidget(parent)
         toolRow->addWidget(b);
         m_tools[size_t(i)] = b;
     }
+    // A screen reader says what the tool does, not its letter; Alt+M takes it.
+    m_tools[size_t(DrawTool::Measure)]->setAccessibleName(QStringLiteral("Measure"));
     connect(toolGroup, &QButtonGroup::idToggled, this, [this](int id, bool on) {
         if (on)
             emit toolChosen(DrawTool(id));

@@ -1,7 +1,7 @@
 #pragma once
-// The annotation controls beside the map: the four tools "X" (Stop
-// Drawing), "C", "L" and "T", the seven draw colours, "Save VMK",
-// "Clear VMK", and the annotation text as it stands.
+// The annotation controls beside the map: the tools "X" (Stop Drawing),
+// "C", "L", "T" and "M" (Measure, which draws nothing), the seven draw
+// colours, "Save VMK", "Clear VMK", and the annotation text as it stands.
 
 #include "MapPointer.h"
 
@@ -35,7 +35,7 @@ signals:
     void clearClicked();
 
 private:
-    std::array<QRadioButton *, 4> m_tools{};
+    std::array<QRadioButton *, 5> m_tools{};
     std::array<QRadioButton *, 7> m_colours{};
     QPushButton *m_save = nullptr;
     QPushButton *m_clear = nullptr;

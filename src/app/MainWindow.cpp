@@ -6,6 +6,7 @@
 #include "DetailPanel.h"
 #include "EmpireStatWindow.h"
 #include "EstHabOverlay.h"
+#include "FindPlanetField.h"
 #include "FocusMarkStyle.h"
 #include "HistoryWindow.h"
 #include "LegendWindow.h"
@@ -28,20 +29,25 @@
 #include "StarsSettings.h"
 #include "TerraformOverlay.h"
 #include "ThanksDialog.h"
+#include "TurnCarryOver.h"
 #include "UniverseGenerator.h"
 #include "Version.h"
 #include "WebMap.h"
 #include "WebMapFolder.h"
+#include "WindowMemory.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStatusBar>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -82,6 +88,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_buttons.onClick = [this](int) { runRedraw(); };
     setMinimumSize(leastSize());
     resize(openingSize());
+    windowMemory::restoreGeometry(*this);
 }
 
 MainWindow::~MainWindow() = default;
@@ -96,6 +103,16 @@ void MainWindow::createMenus()
     QAction *save = file->addAction(QStringLiteral("&Save Map"), this, &MainWindow::saveMap);
     save->setObjectName(QStringLiteral("mnuSave"));
     save->setShortcut(QKeySequence::Save);
+    m_reloadAction = new QAction(QStringLiteral("&Reload"), this);
+    m_reloadAction->setObjectName(QStringLiteral("mnuReload"));
+    m_reloadAction->setShortcut(QKeySequence(Qt::Key_F5));
+    m_reloadAction->setEnabled(false);
+    connect(m_reloadAction, &QAction::triggered, this, &MainWindow::reloadTurn);
+    file->insertAction(save, m_reloadAction);
+    m_recentMenu = new QMenu(QStringLiteral("Recent &Games"), this);
+    m_recentMenu->setObjectName(QStringLiteral("mnuRecent"));
+    file->insertMenu(save, m_recentMenu);
+    fillRecentMenu();
     file->addAction(QStringLiteral("&History\u2026"), this, &MainWindow::openHistory)
         ->setObjectName(QStringLiteral("mnuHistory"));
     file->addAction(QStringLiteral("&Publish Web Map\u2026"), this, &MainWindow::publishWebMap)
@@ -103,6 +120,12 @@ void MainWindow::createMenus()
     file->addSeparator()->setObjectName(QStringLiteral("mnuSep"));
     QAction *exit = file->addAction(QStringLiteral("E&xit"), qApp, &QApplication::quit);
     exit->setObjectName(QStringLiteral("mnuExit"));
+
+    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->setObjectName(QStringLiteral("mnuEdit"));
+    QAction *find = edit->addAction(QStringLiteral("&Find Planet\u2026"), this, &MainWindow::findPlanet);
+    find->setObjectName(QStringLiteral("mnuFind"));
+    find->setShortcut(QKeySequence::Find);
 
     m_overlaysMenu = menuBar()->addMenu(QStringLiteral("&Overlays"));
     m_overlaysMenu->setObjectName(QStringLiteral("mnuOver"));
@@ -185,16 +208,12 @@ void MainWindow::createControls()
 
     // Created in the order Tab visits them: the map's controls above it,
     // the legend's colours, the panel, the drawing tools.
-    m_universe = new MapCanvasWidget(*m_raster, m_annotations.rubberLine(), m_zoomTool.box(), m_pointer.marker, m_client);
+    m_universe = new MapCanvasWidget(*m_raster, m_annotations.rubberLine(), m_zoomTool.box(), m_pointer.measure,
+                                     m_pointer.marker, m_client);
     m_universe->setObjectName(QStringLiteral("Universe"));
     connect(m_universe, &MapCanvasWidget::pointerMoved, this, &MainWindow::pointerMoved);
     connect(m_universe, &MapCanvasWidget::pressed, this, &MainWindow::mapPressed);
-    connect(m_universe, &MapCanvasWidget::cancelled, this, [this] {
-        if (!m_zoomTool.cancel())
-            return;
-        m_overlayBar->mirror(ZoomInButton);
-        m_universe->shapesMoved();
-    });
+    connect(m_universe, &MapCanvasWidget::cancelled, this, &MainWindow::giveUpPointerWork);
 
     m_overlayBar = new OverlayButtonBar(m_buttons, m_client);
     connect(m_overlayBar, &OverlayButtonBar::clicked, this, &MainWindow::overlayClicked);
@@ -253,7 +272,11 @@ void MainWindow::createControls()
     m_column->setWidget(column);
     // Longer texts in the panel widen the column, and the window makes room.
     column->installEventFilter(this);
-    connect(m_tools, &AnnotationToolBox::toolChosen, this, [this](DrawTool tool) { m_pointer.tool = tool; });
+    connect(m_tools, &AnnotationToolBox::toolChosen, this, [this](DrawTool tool) {
+        m_pointer.chooseTool(tool);
+        showTripFigures();
+        m_universe->shapesMoved();
+    });
     connect(m_tools, &AnnotationToolBox::colourChosen, this, [this](int index) {
         m_annotations.colourClick(index);
         m_universe->update();
@@ -267,6 +290,18 @@ void MainWindow::createControls()
         }
         m_tools->showText(m_data.AnnotationText);
     });
+
+    // The status line: messages on the left; the search field and the
+    // offer of a new turn on the right, where messages leave them be.
+    m_find = new FindPlanetField(this);
+    connect(m_find, &FindPlanetField::chosen, this, &MainWindow::showFoundPlanet);
+    connect(m_find, &FindPlanetField::closed, this, [this] { m_universe->setFocus(); });
+    statusBar()->addPermanentWidget(m_find);
+    m_offer = new QLabel(QStringLiteral("New reports \u2014 press F5 to reload"), this);
+    m_offer->setObjectName(QStringLiteral("NewReports"));
+    m_offer->hide();
+    statusBar()->addPermanentWidget(m_offer);
+    connect(&m_watch, &ReportWatch::newReports, m_offer, &QWidget::show);
 
     // A resize redraws the map at its new size once the window has settled,
     // not on every step of a drag.
@@ -326,13 +361,13 @@ ClientMeasures MainWindow::clientMeasures(const QSize &area, const QSize &frame)
 // of `size`, before it is shown.
 ClientMeasures MainWindow::measuresAt(const QSize &size) const
 {
-    const QSize frame = QSize(0, menuBar()->sizeHint().height()) + outerFrame();
+    const QSize frame = QSize(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height()) + outerFrame();
     return clientMeasures(size + outerFrame() - frame, frame);
 }
 
 QSize MainWindow::leastSize() const
 {
-    const QSize wide(100000, LeastClientHeight + menuBar()->sizeHint().height());
+    const QSize wide(100000, LeastClientHeight + menuBar()->sizeHint().height() + statusBar()->sizeHint().height());
     const auto fitted = fitClientArea(measuresAt(wide));
     return QSize(fitted ? fitted->needed.width() : 800, wide.height());
 }
@@ -457,13 +492,9 @@ bool MainWindow::generate()
         return false;
     }
     try {
+        m_loadedAt = QDateTime::currentDateTime();
         generateUniverse(m_data, static_cast<GenerationObserver &>(*this));
-        // The load starts every race in its start colour; the user's own
-        // choices for this game come back on top.
-        m_savedColours.gameLoaded(m_data);
-        m_legend->show(m_data);
-        m_tools->showText(m_data.AnnotationText);
-        m_universe->update();
+        gameLoaded();
         return true;
     } catch (const std::exception &e) {
         const auto *load = dynamic_cast<const LoadError *>(&e);
@@ -471,6 +502,158 @@ bool MainWindow::generate()
         m_universe->update();
         return false;
     }
+}
+
+bool MainWindow::loadAside(const QString &mapFile, const GameChoice &choice)
+{
+    // What a load into the game on screen would leave as it was: where the
+    // game is installed, and the draw colour unless the annotations set one.
+    GameData loaded;
+    loaded.StartDir = m_data.StartDir;
+    loaded.DrawColourIndex = m_data.DrawColourIndex;
+    const QDateTime started = QDateTime::currentDateTime();
+    try {
+        GenerationObserver aside;
+        loadChosenGame(mapFile, choice, loaded, aside);
+    } catch (const SelectionRefused &e) {
+        showError(e.file.isEmpty() ? e.message
+                                   : QStringLiteral("%1: %2").arg(escapeControls(QDir::toNativeSeparators(e.file)), e.message));
+        return false;
+    } catch (const LoadError &e) {
+        showError(e.message());
+        return false;
+    } catch (const std::exception &e) {
+        showError(QString::fromUtf8(e.what()));
+        return false;
+    }
+    m_data = std::move(loaded);
+    m_loadedAt = started;
+    announceGeneration(m_data, static_cast<GenerationObserver &>(*this));
+    gameLoaded();
+    return true;
+}
+
+void MainWindow::gameLoaded()
+{
+    // The load starts every race in its start colour; the user's own
+    // choices for this game come back on top.
+    m_savedColours.gameLoaded(m_data);
+    m_legend->show(m_data);
+    m_tools->showText(m_data.AnnotationText);
+    m_recent.loaded(m_data);
+    fillRecentMenu();
+    m_watch.watch(m_data);
+    m_universe->update();
+}
+
+void MainWindow::reloadTurn()
+{
+    if (!m_generated)
+        return;
+    // A game without years has no next year to ask for.
+    QString year;
+    if (m_data.GameYear != 0) {
+        year = messageSink().input(this, QStringLiteral("Reload"), QStringLiteral("Game year of the new turn:"),
+                                   QString::number(m_data.GameYear + 1));
+        if (year.isEmpty())
+            return;
+    }
+    // A zoom square half dragged has moved the view's corner already.
+    if (m_zoom.ZoomState == 2)
+        giveUpPointerWork();
+    const TurnCarryOver kept(m_data, m_buttons, m_zoom, m_pointer.marker);
+    if (!loadAside(m_data.MapFilePath, nextTurnChoice(m_data, year, m_loadedAt)))
+        return;
+    const int planet = kept.restore(m_data, m_buttons, m_zoom, m_pointer.marker);
+    for (int i = 0; i < OverlayButtonCount; ++i)
+        m_overlayBar->mirror(i);
+    m_tools->showText(m_data.AnnotationText);
+    if (planet) {
+        HabCarry carry;
+        try {
+            m_planetDetail.fill(m_data, planet, carry);
+        } catch (const PanelFillError &e) {
+            showError(e.message);
+        }
+        m_detail->refresh();
+    }
+    runRedraw();
+}
+
+void MainWindow::fillRecentMenu()
+{
+    m_recentMenu->clear();
+    const QList<RecentGame> games = m_recent.games();
+    for (qsizetype i = 0; i < games.size(); ++i) {
+        QAction *entry = m_recentMenu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(games[i].caption()));
+        // The whole path in the status line while the entry is highlighted.
+        entry->setStatusTip(escapeControls(QDir::toNativeSeparators(games[i].mapFile)));
+        connect(entry, &QAction::triggered, this, [this, game = games[i]] { openRecentGame(game); });
+    }
+    if (games.isEmpty())
+        m_recentMenu->addAction(QStringLiteral("No games yet"))->setEnabled(false);
+}
+
+// The game as it was loaded last, with the overlays pressed now, or those
+// of the last run when this one has shown no game yet.
+void MainWindow::openRecentGame(const RecentGame &game)
+{
+    if (!QFileInfo(game.mapFile).isFile()) {
+        m_recent.forget(game.mapFile);
+        fillRecentMenu();
+        showError(QStringLiteral("%1 is no longer there; it leaves Recent Games.")
+                      .arg(escapeControls(QDir::toNativeSeparators(game.mapFile))));
+        return;
+    }
+    const QList<int> layers = m_generated ? windowMemory::pressedLayers(m_buttons) : windowMemory::rememberedOverlays();
+    if (!loadAside(game.mapFile, game.choice))
+        return;
+    for (int i : layers) {
+        m_buttons.setPressedQuietly(i, true);
+        m_overlayBar->mirror(i);
+    }
+    if (!layers.isEmpty())
+        runRedraw();
+}
+
+void MainWindow::findPlanet()
+{
+    if (m_data.PlanetCount == 0) {
+        statusBar()->showMessage(QStringLiteral("No game loaded yet: choose File > Load Data first."));
+        return;
+    }
+    m_find->open(m_finder.names());
+}
+
+void MainWindow::showFoundPlanet(const QString &text)
+{
+    const int row = m_finder.match(text);
+    if (row == 0) {
+        statusBar()->showMessage(QStringLiteral("No planet is named %1").arg(quoted(text.trimmed())));
+        return;
+    }
+    statusBar()->clearMessage();
+    const int32_t originX = m_data.OriginX, originY = m_data.OriginY;
+    try {
+        m_finder.show(row);
+    } catch (const PanelFillError &e) {
+        showError(e.message);
+    }
+    m_detail->refresh();
+    if (m_data.OriginX != originX || m_data.OriginY != originY)
+        runRedraw();
+    m_find->hide();
+    m_universe->setFocus();
+    m_universe->update();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    windowMemory::rememberGeometry(*this);
+    // Without a game this run pressed nothing: the last run's layers stay.
+    if (m_generated)
+        windowMemory::rememberOverlays(m_buttons);
+    QMainWindow::closeEvent(event);
 }
 
 // The turns of a game side by side, in a window of their own that the
@@ -552,7 +735,12 @@ void MainWindow::showError(const QString &text)
 void MainWindow::resetWindow()
 {
     m_generated = false;
+    m_reloadAction->setEnabled(false);
+    m_watch.stop();
+    m_offer->hide();
     m_pointer.marker.clear();
+    m_pointer.measure.cancel();
+    showTripFigures();
     for (int i = 0; i < OverlayButtonCount; ++i) {
         m_buttons.setEnabled(i, false);
         m_buttons.setPressedQuietly(i, false);
@@ -613,6 +801,7 @@ void MainWindow::enableFormatMenus()
 void MainWindow::enableControls(const GameData &data)
 {
     m_generated = true;
+    m_reloadAction->setEnabled(true);
     m_combo->setCurrentIndex(0);
     m_combo->setEnabled(true);
     for (int i = 0; i < OverlayButtonCount; ++i)
@@ -633,7 +822,8 @@ void MainWindow::showMessage(const QString &text)
 void MainWindow::selectStopDrawing()
 {
     m_tools->selectTool(DrawTool::StopDrawing);
-    m_pointer.tool = DrawTool::StopDrawing;
+    m_pointer.chooseTool(DrawTool::StopDrawing);
+    showTripFigures();
 }
 
 void MainWindow::enableDrawingTools()
@@ -673,6 +863,27 @@ void MainWindow::pointerMoved(float x, float y)
         // motion is skipped, the next one tries again.
     }
     showReadout();
+    showTripFigures();
+    m_universe->shapesMoved();
+}
+
+void MainWindow::showTripFigures()
+{
+    const QString figures = m_pointer.measure.figures();
+    if (!figures.isEmpty())
+        statusBar()->showMessage(figures);
+    else if (m_tripShown)
+        statusBar()->clearMessage();
+    m_tripShown = !figures.isEmpty();
+}
+
+// Escape: a zoom under way or a trip being measured is given up.
+void MainWindow::giveUpPointerWork()
+{
+    if (m_zoomTool.cancel())
+        m_overlayBar->mirror(ZoomInButton);
+    m_pointer.measure.cancel();
+    showTripFigures();
     m_universe->shapesMoved();
 }
 
@@ -695,6 +906,7 @@ void MainWindow::mapPressed(float x, float y)
     }
     m_detail->refresh();
     m_tools->showText(m_data.AnnotationText);
+    showTripFigures();
     m_universe->shapesMoved();
     m_universe->update();
 }

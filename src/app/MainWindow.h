@@ -1,11 +1,14 @@
 #pragma once
 // The program's frame: the map with its overlay buttons, the race legend,
-// the detail panel, the readouts and the menus. It runs the file selection
-// and the generation, and every overlay click runs the map redraw.
+// the detail panel, the readouts, the status line and the menus. It runs
+// the file selection and the generation, and every overlay click runs the
+// map redraw. A game chosen again (a new turn, a recent game) is loaded
+// aside and takes the place of the one on screen only once it has loaded.
 
 #include "AnnotationTools.h"
 #include "Canvas.h"
 #include "FileSelection.h"
+#include "GameChoice.h"
 #include "GameData.h"
 #include "GenerationObserver.h"
 #include "HabEstimate.h"
@@ -15,10 +18,14 @@
 #include "MapRedraw.h"
 #include "OverlayButtons.h"
 #include "PlanetDetail.h"
+#include "PlanetFinder.h"
+#include "RecentGames.h"
 #include "RedrawHost.h"
+#include "ReportWatch.h"
 #include "SavedRaceColours.h"
 #include "ZoomTool.h"
 
+#include <QDateTime>
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -26,6 +33,7 @@
 
 class AnnotationToolBox;
 class DetailPanel;
+class FindPlanetField;
 class MapCanvasWidget;
 class OpenFileDialog;
 class OverlayButtonBar;
@@ -58,6 +66,10 @@ public:
     MapCanvasWidget *mapWidget() const { return m_universe; }
     DetailPanel *detailPanel() const { return m_detail; }
     AnnotationToolBox *annotationTools() const { return m_tools; }
+    FindPlanetField *findField() const { return m_find; }
+    ReportWatch &reportWatch() { return m_watch; }
+    // The planet ringed on the map, 0 for none.
+    int markedPlanet() const { return m_pointer.marker.planet(); }
     const ZoomFlags &zoom() const { return m_zoom; }
     // The file selection window, created on first use.
     OpenFileDialog &openFileDialog();
@@ -65,7 +77,11 @@ public:
     // (the message has been shown).
     bool generate();
 
+    // F5: the game on screen again, for its next turn.
+    void reloadTurn();
+
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -82,6 +98,17 @@ private:
     QSize openingSize() const;
     void redrawAtNewSize();
     void loadData();
+    // Loads `mapFile` with `choice` beside the game on screen and puts it
+    // in its place once loaded; false, with one message and the old game
+    // still there, when it could not be loaded.
+    bool loadAside(const QString &mapFile, const GameChoice &choice);
+    // What follows every load that succeeded.
+    void gameLoaded();
+    void fillRecentMenu();
+    void openRecentGame(const RecentGame &game);
+    void findPlanet();
+    void showFoundPlanet(const QString &text);
+    void showTripFigures();
     void saveMap();
     void openHistory();
     void publishWebMap();
@@ -91,6 +118,7 @@ private:
     void mapPressed(float x, float y);
     void showReadout();
     void showError(const QString &text);
+    void giveUpPointerWork();
     void fitCanvasToWidget();
     void editRaceColour(int index);
 
@@ -131,6 +159,14 @@ private:
     AnnotationTools m_annotations{m_data, m_canvas};
     PlanetDetail m_planetDetail;
     MapPointer m_pointer{m_data, m_zoom, m_zoomTool, m_annotations, m_planetDetail};
+    PlanetFinder m_finder{m_data, m_zoom, m_pointer.marker, m_planetDetail};
+    ReportWatch m_watch;
+    RecentGames m_recent;
+    // When the game on screen began to load: reports written after it
+    // belong to the next turn.
+    QDateTime m_loadedAt;
+    // The status line shows a measured trip.
+    bool m_tripShown = false;
 
     QScrollArea *m_scroll = nullptr;
     QWidget *m_client = nullptr;
@@ -149,6 +185,10 @@ private:
     QMenu *m_overlaysMenu = nullptr;
     QAction *m_terraAction = nullptr;
     QAction *m_stargateAction = nullptr;
+    QAction *m_reloadAction = nullptr;
+    QMenu *m_recentMenu = nullptr;
+    FindPlanetField *m_find = nullptr;
+    QLabel *m_offer = nullptr;
     // The estimate's out-of-range count carries from one estimate to the next.
     HabCarry m_habCarry;
     OpenFileDialog *m_openFile = nullptr;

@@ -3,6 +3,7 @@
 #include "AnnotationTools.h"
 #include "Canvas.h"
 #include "Colour.h"
+#include "MeasureTool.h"
 #include "PlanetMarker.h"
 #include "RasterSurface.h"
 #include "ZoomTool.h"
@@ -25,8 +26,8 @@ constexpr double RingRadius = 9;
 } // namespace
 
 MapCanvasWidget::MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
-                                 const PlanetMarker &marker, QWidget *parent)
-    : QWidget(parent), m_raster(raster), m_line(line), m_box(box), m_marker(marker)
+                                 const MeasureTool &measure, const PlanetMarker &marker, QWidget *parent)
+    : QWidget(parent), m_raster(raster), m_line(line), m_box(box), m_measure(measure), m_marker(marker)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
@@ -46,16 +47,19 @@ QPointF MapCanvasWidget::toCanvas(const QPointF &p) const
 
 QRect MapCanvasWidget::shapesArea() const
 {
-    if (!m_line.visible && !m_box.visible)
+    const auto trip = m_measure.canvasLine();
+    if (!m_line.visible && !m_box.visible && !trip)
         return QRect();
     const double k = pixelsPerUnit();
     QRectF area;
+    if (trip)
+        area |= QRectF(trip->p1() * k, trip->p2() * k).normalized();
     if (m_line.visible)
         area |= QRectF(QPointF(m_line.x1 * k, m_line.y1 * k), QPointF(m_line.x2 * k, m_line.y2 * k)).normalized();
     if (m_box.visible)
         area |= QRectF(m_box.left * k, m_box.top * k, m_box.width * k, m_box.height * k);
-    // The pen reaches a pixel beyond the shapes' outline.
-    return area.toAlignedRect().adjusted(-2, -2, 2, 2);
+    // The pens reach two pixels beyond the shapes' outline.
+    return area.toAlignedRect().adjusted(-3, -3, 3, 3);
 }
 
 void MapCanvasWidget::shapesMoved()
@@ -86,6 +90,14 @@ void MapCanvasWidget::paintEvent(QPaintEvent *event)
         painter.setPen(QPen(toColor(m_box.colour), 1));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(QRectF(m_box.left * k, m_box.top * k, m_box.width * k, m_box.height * k));
+    }
+    if (const auto trip = m_measure.canvasLine()) {
+        // Dashed white over black, to show on any colour of the map.
+        const QLineF onScreen(trip->p1() * k, trip->p2() * k);
+        painter.setPen(QPen(Qt::black, 3));
+        painter.drawLine(onScreen);
+        painter.setPen(QPen(Qt::white, 1, Qt::DashLine));
+        painter.drawLine(onScreen);
     }
     if (const auto centre = m_marker.centre()) {
         painter.setRenderHint(QPainter::Antialiasing);

@@ -1,13 +1,14 @@
 #pragma once
 // The map on screen: the core canvas's persistent picture, with the rubber
-// band, the zoom square and the ring around the planet last clicked floating
-// over it. The floating shapes are drawn on the widget only, never into the
+// band, the zoom square, the trip being measured and the ring around the
+// planet last clicked floating over it. The floating shapes are drawn on the widget only, never into the
 // picture, so a redraw, Save Map and the saved bitmap never contain them.
 // Pointer events leave in canvas units.
 
 #include <QRect>
 #include <QWidget>
 
+class MeasureTool;
 class PlanetMarker;
 class RasterSurface;
 struct RubberLine;
@@ -17,7 +18,7 @@ class MapCanvasWidget : public QWidget {
     Q_OBJECT
 public:
     MapCanvasWidget(const RasterSurface &raster, const RubberLine &line, const ZoomBox &box,
-                    const PlanetMarker &marker, QWidget *parent = nullptr);
+                    const MeasureTool &measure, const PlanetMarker &marker, QWidget *parent = nullptr);
 
     // Canvas units of a point of the widget.
     QPointF toCanvas(const QPointF &widgetPoint) const;
@@ -44,6 +45,7 @@ private:
     const RasterSurface &m_raster;
     const RubberLine &m_line;
     const ZoomBox &m_box;
+    const MeasureTool &m_measure;
     const PlanetMarker &m_marker;
     QRect m_shapesShown;
 };

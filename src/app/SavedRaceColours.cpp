@@ -1,20 +1,18 @@
 #include "SavedRaceColours.h"
 
+#include "DesktopSettings.h"
 #include "RaceColourChoice.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
-#include <QSettings>
 #include <QUrl>
 
 namespace {
 
-// The desktop program's settings, in the platform's usual place.
-class Settings : public QSettings {
+// The settings opened on the colours of the game of `mapFile`.
+class Settings : public DesktopSettings {
 public:
-    // Opened on the colours of the game of `mapFile`.
     explicit Settings(const QString &mapFile)
-        : QSettings(QStringLiteral("Veltro Marches"), QStringLiteral("Veltro Marches"))
     {
         // A path holds group separators of its own; its hash names the
         // game, and the path is kept beside the colours for whoever reads

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTextStream>
+#include <cmath>
 
 namespace {
 
@@ -181,6 +182,27 @@ ZoomWindow parseZoom(const QString &text)
 QCommandLineOption zoomOption()
 {
     return {QStringLiteral("zoom"), QStringLiteral("View window X,Y,W in light years."), QStringLiteral("X,Y,W")};
+}
+
+QCommandLineOption spotOption(const QString &name, const QString &description)
+{
+    return {name, description, QStringLiteral("X,Y")};
+}
+
+UniverseSpot parseSpot(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    const QString text = parser.value(option);
+    const QStringList parts = text.split(u',');
+    bool ok = parts.size() == 2;
+    UniverseSpot s{};
+    if (ok)
+        s.x = parts[0].toDouble(&ok);
+    if (ok)
+        s.y = parts[1].toDouble(&ok);
+    if (!ok || !std::isfinite(s.x) || !std::isfinite(s.y))
+        throw CliFailure(2, QStringLiteral("--%1 takes X,Y as two finite numbers of light years, not %2")
+                                .arg(option.names().first(), quoted(text)));
+    return s;
 }
 
 QCommandLineOption outputOption(const QString &description)

@@ -57,6 +57,15 @@ struct ZoomWindow {
 ZoomWindow parseZoom(const QString &text);
 QCommandLineOption zoomOption();
 
+// A point of the universe, X,Y in light years, decimals allowed: --at and
+// --from of planet.
+struct UniverseSpot {
+    double x, y;
+};
+QCommandLineOption spotOption(const QString &name, const QString &description);
+// Usage error (2) for anything but two finite numbers.
+UniverseSpot parseSpot(const QCommandLineParser &parser, const QCommandLineOption &option);
+
 // -o FILE, with the command's own description.
 QCommandLineOption outputOption(const QString &description);
 // The option's path; `fallback` when it is not given ("-" is standard

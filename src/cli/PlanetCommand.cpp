@@ -23,42 +23,30 @@ public:
     void showMessage(const QString &text) override { QTextStream(stderr) << text << '\n'; }
 };
 
-struct Spot {
-    double x, y;
-};
-
-Spot parseSpot(const QString &text)
-{
-    const QStringList parts = text.split(u',');
-    bool ok = parts.size() == 2;
-    Spot s{};
-    if (ok)
-        s.x = parts[0].toDouble(&ok);
-    if (ok)
-        s.y = parts[1].toDouble(&ok);
-    if (!ok || !std::isfinite(s.x) || !std::isfinite(s.y))
-        throw CliFailure(2, QStringLiteral("--at takes X,Y as two finite numbers of light years, not %1").arg(quoted(text)));
-    return s;
-}
-
 } // namespace
 
 int runPlanet(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addGameSelectionOptions(parser);
-    parser.addOption({QStringLiteral("at"), QStringLiteral("The pointer at universe position X,Y, moved there, then clicked."),
-                      QStringLiteral("X,Y")});
+    const QCommandLineOption at = spotOption(QStringLiteral("at"),
+                                             QStringLiteral("The pointer at universe position X,Y, moved there, then clicked."));
+    const QCommandLineOption from = spotOption(
+        QStringLiteral("from"), QStringLiteral("Also the trip from X,Y to the spot or planet asked about, as the Measure tool measures it."));
+    parser.addOptions({at, from});
     parser.addOption({QStringLiteral("number"), QStringLiteral("The panel of planet row N alone, without a pointer."),
                       QStringLiteral("N")});
     const QCommandLineOption zoom = zoomOption();
     const QCommandLineOption output = outputOption(QStringLiteral("Write to FILE instead of standard output."));
     parser.addOptions({zoom, output});
     const QString mapFile = parseWithMapFile(parser, arguments, QStringLiteral("planet"));
-    const bool pointer = parser.isSet(QStringLiteral("at"));
+    const bool pointer = parser.isSet(at);
     if (pointer == parser.isSet(QStringLiteral("number")))
         throw CliFailure(2, QStringLiteral("planet takes one of --at X,Y and --number N"));
-    const Spot spot = pointer ? parseSpot(parser.value(QStringLiteral("at"))) : Spot{};
+    const UniverseSpot spot = pointer ? parseSpot(parser, at) : UniverseSpot{};
+    std::optional<UniverseSpot> tripStart;
+    if (parser.isSet(from))
+        tripStart = parseSpot(parser, from);
     std::optional<ZoomWindow> zoomWindow;
     if (parser.isSet(zoom))
         zoomWindow = parseZoom(parser.value(zoom));
@@ -96,6 +84,18 @@ int runPlanet(const QStringList &arguments)
             o = planetQueryJson(&mapPointer.readout(), picked, detail);
         } else {
             o = planetPanelJson(data, number);
+        }
+        // Both ends as the Measure tool takes them from a pointer there: on
+        // the planet under it, if any. The far end of a --number query is
+        // that planet.
+        if (tripStart) {
+            const MeasureTool &measure = mapPointer.measure;
+            const auto endAt = [&](const UniverseSpot &s) {
+                const CanvasPoint c = mapToCanvas(data, s.x, s.y);
+                return measure.endAt(c.x, c.y);
+            };
+            const MeasureEnd end = pointer ? endAt(spot) : measure.planetEnd(number);
+            o.insert(u"Trip", tripJson(data, endAt(*tripStart), end));
         }
     } catch (const PanelFillError &e) {
         throw CliFailure(1, e.message);

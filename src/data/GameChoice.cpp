@@ -1,5 +1,6 @@
 #include "GameChoice.h"
 
+#include "Conversions.h"
 #include "FileSelection.h"
 #include "UniverseGenerator.h"
 
@@ -32,4 +33,49 @@ void loadChosenGame(const QString &mapFile, const GameChoice &choice, GameData &
     for (const QString &note : selection.notes())
         observer.warning(note);
     generateUniverse(data, observer);
+}
+
+namespace {
+
+// Rows 1..16 whose report is still where it was read.
+template <typename Each>
+void forEachReport(const GameData &data, Each each)
+{
+    for (int n = 1; n <= MaxPlayers; ++n) {
+        const GameFileRow &row = data.GameFiles[size_t(n)];
+        if (!row.path.isEmpty() && QFileInfo::exists(row.path))
+            each(n, row);
+    }
+}
+
+} // namespace
+
+GameChoice choiceOf(const GameData &data)
+{
+    GameChoice choice;
+    choice.ownRace = data.OwnRace;
+    if (data.GameYear != 0)
+        choice.gameYearText = QString::number(data.GameYear);
+    forEachReport(data, [&](int n, const GameFileRow &row) {
+        // A report of the game year follows the game year; an empty or
+        // zero year box stood for it too.
+        if (conv::val(row.year) != 0 && conv::val(row.year) != data.GameYear)
+            choice.reportYearTexts[n] = row.year;
+        if (row.included != u"1")
+            choice.skipped << n;
+    });
+    return choice;
+}
+
+GameChoice nextTurnChoice(const GameData &data, const QString &gameYearText, const QDateTime &loadedAt)
+{
+    GameChoice choice = choiceOf(data);
+    choice.gameYearText = gameYearText;
+    forEachReport(data, [&](int n, const GameFileRow &row) {
+        if (QFileInfo(row.path).lastModified() > loadedAt)
+            choice.reportYearTexts.remove(n);
+        else if (conv::val(row.year) != 0)
+            choice.reportYearTexts[n] = row.year;
+    });
+    return choice;
 }

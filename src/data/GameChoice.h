@@ -6,6 +6,7 @@
 #include "GameData.h"
 #include "GenerationObserver.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -33,3 +34,13 @@ struct SelectionRefused : std::runtime_error {
 // without a report, and LoadError for a fault in a file. What the
 // selection chose quietly goes to the observer's warnings.
 void loadChosenGame(const QString &mapFile, const GameChoice &choice, GameData &data, GenerationObserver &observer);
+
+// The choice `data` was loaded with: its own race, game year and left-out
+// reports, and the year of each report exported before the game year.
+// Reports no longer in their folder are left out of it.
+GameChoice choiceOf(const GameData &data);
+
+// The same choice for the next turn, in the year of `gameYearText`: a
+// report the game wrote after `loadedAt` is of that year, any other keeps
+// the year it had, so that it ages by the turns that passed.
+GameChoice nextTurnChoice(const GameData &data, const QString &gameYearText, const QDateTime &loadedAt);

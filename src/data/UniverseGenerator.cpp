@@ -420,3 +420,15 @@ void generateUniverse(GameData &data, GenerationObserver &observer)
 {
     Generation(data, observer).run();
 }
+
+void announceGeneration(const GameData &data, GenerationObserver &observer)
+{
+    observer.resetWindow();
+    observer.setCaption(windowCaption(data));
+    if (data.ReportFormat == 30)
+        observer.enableFormatMenus();
+    for (int k = 1; k <= data.PlayerCount; ++k)
+        observer.addRace(data.player(k)[RaceName].text());
+    observer.showLegend(data);
+    observer.enableControls(data);
+}

@@ -10,3 +10,8 @@
 QString windowCaption(const GameData &data);
 
 void generateUniverse(GameData &data, GenerationObserver &observer);
+
+// Tells `observer` what a generation that ended with `data` told its own,
+// in the same order, progress aside: for a game generated away from the
+// window and taken over whole once it succeeded.
+void announceGeneration(const GameData &data, GenerationObserver &observer);

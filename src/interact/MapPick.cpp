@@ -25,3 +25,12 @@ bool pickRule(const GameData &d, const PlanetInfo &p, float x, float y)
     const double cx = x, cy = y;
     return cx - 60 <= px && px <= cx + 20 && cy - 60 <= py && py <= cy + 20;
 }
+
+int planetUnder(const GameData &d, float x, float y)
+{
+    int under = 0;
+    for (int i = 1; i <= d.PlanetCount; ++i)
+        if (pickRule(d, d.planet(i), x, y))
+            under = i;
+    return under;
+}

@@ -24,3 +24,7 @@ PickPoint pickPoint(const GameData &d, const PlanetInfo &p);
 // above it. The box leans towards the lower right, where the cursor's arrow
 // points from; the view window is not consulted.
 bool pickRule(const GameData &d, const PlanetInfo &p, float x, float y);
+
+// The planet the readout names for the pointer at canvas (x, y): of those
+// under it, the last in table order; 0 in deep space.
+int planetUnder(const GameData &d, float x, float y);

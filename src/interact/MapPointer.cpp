@@ -5,8 +5,15 @@
 
 MapPointer::MapPointer(GameData &data, ZoomFlags &zoom, ZoomTool &zoomTool, AnnotationTools &annotations,
                        PlanetDetail &detail)
-    : marker(data), d(data), zoom(zoom), zoomTool(zoomTool), annotations(annotations), detail(detail)
+    : marker(data), measure(data), d(data), zoom(zoom), zoomTool(zoomTool), annotations(annotations), detail(detail)
 {
+}
+
+void MapPointer::chooseTool(DrawTool chosen)
+{
+    if (chosen != DrawTool::Measure)
+        measure.cancel();
+    tool = chosen;
 }
 
 QList<int> MapPointer::pickedAt(float x, float y) const
@@ -24,6 +31,7 @@ void MapPointer::mouseMove(float x, float y)
     if (d.Scale == 0)
         d.Scale = 1;
     annotations.follow(x, y);
+    measure.follow(x, y);
     if (zoom.ZoomState == 2)
         zoomTool.follow(x);
     if (zoom.ZoomState == 0) {
@@ -48,6 +56,8 @@ QList<int> MapPointer::mouseDown(float x, float y, InteractionHost &host)
         annotations.circleStep(x, y);
     if (tool == DrawTool::Text)
         annotations.textStep(x, y, host);
+    if (tool == DrawTool::Measure)
+        measure.click(x, y);
     if (zoom.ZoomState != 0 || tool != DrawTool::StopDrawing) {
         // Zoom corners count only with "Stop Drawing" chosen.
         if (tool != DrawTool::StopDrawing)

@@ -1,13 +1,14 @@
 #pragma once
 // The pointer over the map canvas: motion and clicks, in canvas units.
 // Motion updates the readout (where the pointer is, which planet lies
-// under it) and moves the floating rubber band and zoom square. A click
-// goes to the drawing tool chosen, else to the zoom's corners, else to the
-// planet lookup that fills the detail panel.
+// under it) and moves the floating rubber band, zoom square and measured
+// trip. A click goes to the drawing or measuring tool chosen, else to the
+// zoom's corners, else to the planet lookup that fills the detail panel.
 
 #include "AnnotationTools.h"
 #include "GameData.h"
 #include "MapRedraw.h"
+#include "MeasureTool.h"
 #include "PlanetDetail.h"
 #include "PlanetMarker.h"
 #include "ZoomTool.h"
@@ -17,8 +18,9 @@
 
 class InteractionHost;
 
-// The drawing tools, in the order of their option buttons.
-enum class DrawTool { StopDrawing, Circle, Line, Text };
+// The drawing tools, in the order of their option buttons; Measure draws
+// nothing on the map.
+enum class DrawTool { StopDrawing, Circle, Line, Text, Measure };
 
 struct PointerReadout {
     QString XYCoord;   // " X:412 Y:1730"
@@ -34,7 +36,11 @@ public:
     DrawTool tool = DrawTool::StopDrawing;
     // The planet the panel shows, ringed on the map.
     PlanetMarker marker;
+    MeasureTool measure;
     const PointerReadout &readout() const { return m_readout; }
+
+    // Another tool chosen: a trip being measured goes with the old one.
+    void chooseTool(DrawTool chosen);
 
     void mouseMove(float x, float y);
     // The planets that filled the panel, in table order (the last one is

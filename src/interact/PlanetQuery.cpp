@@ -27,6 +27,16 @@ QJsonArray textArray(const std::array<QString, MaxPlayers> &texts)
     return a;
 }
 
+QJsonObject endJson(const GameData &d, const MeasureEnd &end)
+{
+    QJsonObject o;
+    o.insert(u"X", end.at.x());
+    o.insert(u"Y", end.at.y());
+    o.insert(u"Planet", end.planet ? QJsonValue(end.planet) : QJsonValue(QJsonValue::Null));
+    o.insert(u"Name", end.planet ? QJsonValue(d.planet(end.planet)[Name].text()) : QJsonValue(QJsonValue::Null));
+    return o;
+}
+
 QJsonValue textOrNull(const PointerReadout *readout, QString PointerReadout::*text)
 {
     return readout ? QJsonValue(readout->*text) : QJsonValue(QJsonValue::Null);
@@ -67,4 +77,18 @@ QJsonObject planetPanelJson(const GameData &d, int row)
     HabCarry carry;
     detail.fill(d, row, carry);
     return planetQueryJson(nullptr, {row}, detail);
+}
+
+QJsonObject tripJson(const GameData &d, const MeasureEnd &from, const MeasureEnd &to)
+{
+    const Trip trip = tripBetween(from.at, to.at);
+    QJsonArray years;
+    for (int warp = SlowestTripWarp; warp <= FastestTripWarp; ++warp)
+        years.append(QJsonObject{{QStringLiteral("Warp"), warp}, {QStringLiteral("Years"), trip.yearsAtWarp(warp)}});
+    QJsonObject o;
+    o.insert(u"From", endJson(d, from));
+    o.insert(u"To", endJson(d, to));
+    o.insert(u"Distance", trip.distanceText().toDouble());
+    o.insert(u"Years", years);
+    return o;
 }

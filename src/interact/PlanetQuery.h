@@ -5,6 +5,7 @@
 // every planet, so that both say exactly the same.
 
 #include "MapPointer.h"
+#include "MeasureTool.h"
 #include "PlanetDetail.h"
 
 #include <QJsonObject>
@@ -18,3 +19,8 @@ QJsonObject planetQueryJson(const PointerReadout *readout, const QList<int> &pic
 // leaves it in a game just loaded, with the readout keys null.
 // PanelFillError when a value of the planet cannot be converted.
 QJsonObject planetPanelJson(const GameData &d, int row);
+
+// A trip as the Measure tool gives it: both ends (light years, and the
+// planet's row and name or null), the distance to a tenth of a light year
+// as the status line shows it, and the years at warp 5 to 10.
+QJsonObject tripJson(const GameData &d, const MeasureEnd &from, const MeasureEnd &to);

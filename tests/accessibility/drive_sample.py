@@ -3,7 +3,8 @@
 as a screen reader or a GUI test tool does: loads the sample game from the
 file selection window, presses overlay buttons by their toggle action, clicks
 a planet and reads the detail panel, opens Empire Statistics and reads its
-figures by their captions. Exits 0 when all of it worked."""
+figures by their captions, finds a planet by its name and finds the turn's
+tools by theirs. Exits 0 when all of it worked."""
 
 import json
 import subprocess
@@ -92,6 +93,44 @@ def read_statistics(app, game):
     press(find(stats, lambda n: n.getRoleName() == "push button" and n.name == "Close"), "Press")
 
 
+def showing(node):
+    return node.getState().contains(pyatspi.STATE_SHOWING)
+
+
+def key(keysym):
+    pyatspi.Registry.generateKeyboardEvent(keysym, None, pyatspi.KEY_SYM)
+
+
+def open_menu(app, title, entry):
+    """Clicks the menu `title` until its `entry` shows: a click while a
+    window that has just closed still holds the pointer opens nothing."""
+    end = time.time() + 60
+    while time.time() < end:
+        click(find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == title))
+        try:
+            return find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == entry and showing(n),
+                        timeout=3)
+        except SystemExit:
+            key(0xff1b)  # Escape, in case the menu opened late
+    raise SystemExit("the menu %s never showed %s" % (title, entry))
+
+
+def find_planet(app):
+    """Finds the new turn's entries in the File menu and the Measure tool by
+    their names, then a planet from Edit > Find Planet..., its name typed in
+    part and in another case, and reads the panel."""
+    find(app, lambda n: n.getRoleName() == "radio button" and n.name == "Measure")
+    open_menu(app, "File", "Reload")
+    find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == "Recent Games" and showing(n))
+    key(0xff1b)  # Escape closes the menu
+    click(open_menu(app, "Edit", "Find Planet\u2026"))
+    field = find(app, lambda n: n.getRoleName() == "text" and n.name == "Find Planet" and showing(n))
+    field.queryEditableText().setTextContents("zarq")
+    key(0xff0d)  # Return
+    find(app, lambda n: n.getRoleName() == "label" and n.description == "PlanetName" and n.name == "Zarquon")
+    print("found: Zarquon")
+
+
 def main():
     program = subprocess.Popen([VELTRO, SAMPLE])
     try:
@@ -122,6 +161,7 @@ def main():
         if name.name != "All Work" or owner.name != planet["Owner"]:
             raise SystemExit("the panel shows %r of %r" % (name.name, owner.name))
         read_statistics(app, game)
+        find_planet(app)
     finally:
         program.terminate()
         program.wait(10)

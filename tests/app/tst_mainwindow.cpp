@@ -1,5 +1,6 @@
 // The main window driven offscreen: its start-up state, loading the sample
-// game through the file selection, overlay presses and the resize rule.
+// game through the file selection, overlay presses, Recent Games and the
+// window as the last run left it, and the resize rule.
 
 #include "EmpireStatWindow.h"
 #include "IsolatedSettings.h"
@@ -14,6 +15,7 @@
 #include "RaceColourWindow.h"
 #include "RaceLegend.h"
 #include "RasterSurface.h"
+#include "RecentGames.h"
 #include "TestGame.h"
 
 #include <QComboBox>
@@ -244,6 +246,58 @@ private slots:
         QCOMPARE(habBoundsOf(w.gameData(), shown).minGrav, 0.2);
         QCOMPARE(m_sink.messages.size(), 1); // the prompt, no refusal
         QCOMPARE(w.raster().image(), estimated);
+    }
+
+    // File > Recent Games: the last eight games, newest first, each loaded
+    // again with its own race and year and the overlays the last run left
+    // pressed; one whose map has gone says so and leaves the list.
+    void recentGames()
+    {
+        std::vector<std::unique_ptr<TestGame>> games;
+        RecentGames recent;
+        for (int i = 0; i < 10; ++i) {
+            games.push_back(std::make_unique<TestGame>());
+            games[i]->writeMap({{"Home", 1100, 1100}, {"Far", 1500, 1500}});
+            games[i]->writeReport("game.P1", {homeLine()});
+            GameData d;
+            QCOMPARE(games[i]->load(d, QString::number(2400 + i)), QString());
+            // The fourth game loaded again: first once more, not twice.
+            recent.loaded(d);
+            if (i == 3)
+                recent.loaded(d);
+        }
+        GameData again;
+        QCOMPARE(games[6]->load(again, "2406"), QString());
+        recent.loaded(again);
+        QStringList order;
+        for (const RecentGame &g : recent.games())
+            order << g.choice.gameYearText;
+        QCOMPARE(order, QStringList({"2406", "2409", "2408", "2407", "2405", "2404", "2403", "2402"}));
+
+        {
+            MainWindow w;
+            w.resize(1100, 800);
+            QVERIFY(load(w, games[0]->path("game.map"), "2400"));
+            QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
+            w.close();
+        }
+        MainWindow w;
+        QCOMPARE(w.size(), QSize(1100, 800));
+        auto *menu = w.findChild<QMenu *>(QStringLiteral("mnuRecent"));
+        QCOMPARE(menu->actions().size(), RecentGames::Kept);
+        QCOMPARE(menu->actions()[0]->text(), "&1 game.map, Humans, year 2400");
+        QVERIFY(QDir(games[6]->dir()).removeRecursively());
+        menu->actions()[1]->trigger();
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].contains("no longer there"));
+        QCOMPARE(menu->actions().size(), RecentGames::Kept - 1);
+        QCOMPARE(w.gameData().PlanetCount, 0);
+        menu->actions()[1]->trigger(); // 2409
+        QCOMPARE(w.gameData().GameYear, 2409);
+        QCOMPARE(w.gameData().MapFilePath, QFileInfo(games[9]->path("game.map")).absoluteFilePath());
+        QVERIFY(w.overlayBar()->button(BordersButton)->isChecked());
+        QCOMPARE(menu->actions()[0]->text(), "&1 game.map, Humans, year 2409");
+        QCOMPARE(m_sink.messages.size(), 1);
     }
 
     void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()

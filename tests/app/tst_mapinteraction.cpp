@@ -1,7 +1,8 @@
 // The map driven with the mouse and the keyboard offscreen: hovering and
 // clicking planets, the floating rubber band, zoom square and planet ring,
-// the zoom by two clicks, the picture after a resize, the keys, and the
-// controls as the accessibility interface sees them.
+// the zoom by two clicks, finding a planet by name, measuring a trip, a new
+// turn reloaded, the picture after a resize, the keys, and the controls as
+// the accessibility interface sees them.
 
 #include "AccessibleText.h"
 #include "AnnotationToolBox.h"
@@ -12,12 +13,15 @@
 #include "LegendWindow.h"
 #include "MainWindow.h"
 #include "MapCanvasWidget.h"
+#include "MapView.h"
 #include "ModalWindow.h"
 #include "OpenFileDialog.h"
 #include "OverlayButtonBar.h"
 #include "PictureChecks.h"
 #include "RasterSurface.h"
 #include "RecordingSink.h"
+#include "ReportWatch.h"
+#include "FindPlanetField.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -29,7 +33,11 @@
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QScreen>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QCompleter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -44,17 +52,29 @@ void hover(QWidget *map, const QPoint &p)
     QApplication::sendEvent(map, &move);
 }
 
+const QString Sample = QStringLiteral(VELTRO_SAMPLES "/MARCHES.map");
+
+// The planet ring on `image` around widget pixel `centre`: white 9 pixels to
+// its right, give or take the pixel its smoothing spreads over.
+bool ringed(const QImage &image, QPoint centre)
+{
+    for (int dx = 8; dx <= 10; ++dx)
+        if (image.pixelColor(centre + QPoint(dx, 0)) == QColor(Qt::white))
+            return true;
+    return false;
+}
+
 // The sample game loaded in a shown window, the borders drawn.
 struct SampleWindow {
     mutable MainWindow w;
-    SampleWindow()
+    explicit SampleWindow(const QString &mapFile = Sample)
     {
         w.resize(1200, 850);
         w.show();
         if (!QTest::qWaitForWindowExposed(&w))
             qFatal("the window never showed");
         OpenFileDialog &dialog = w.openFileDialog();
-        dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"));
+        dialog.openOn(mapFile);
         QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
         dialog.confirm();
         if (!w.generate())
@@ -78,6 +98,26 @@ struct SampleWindow {
         const double k = map()->width() / double(Canvas::ScaleWidth);
         return QPoint(int((x - d.OriginX) * d.Scale * k) + 1, int((y - d.OriginY) * d.Scale * k) + 1);
     }
+    QPoint planetPixel(const PlanetInfo &p) const { return planetPixel(p[X].val(), p[Y].val()); }
+    QPoint at(const PlanetInfo &p) const { return at(p[X].val(), p[Y].val()); }
+    const PlanetInfo &named(const QString &name) const
+    {
+        const GameData &d = w.gameData();
+        for (int i = 1; i <= d.PlanetCount; ++i)
+            if (d.planet(i)[Name].text() == name)
+                return d.planet(i);
+        qFatal("no planet %s", qPrintable(name));
+    }
+    // Zoomed by two clicks: the first at (x, y), the second `side` light
+    // years right of and below it; the zoom makes its own square of them.
+    void zoomTo(double x, double y, double side) const
+    {
+        QTest::mouseClick(w.overlayBar()->button(ZoomInButton), Qt::LeftButton);
+        QTest::mouseClick(map(), Qt::LeftButton, {}, planetPixel(x, y));
+        hover(map(), planetPixel(x + side, y + side));
+        QTest::mouseClick(map(), Qt::LeftButton, {}, planetPixel(x + side, y + side));
+    }
+    QString status() const { return w.statusBar()->currentMessage(); }
     // The first planet with no other within 20 light years, reported or not.
     int lonePlanet(bool reported = true) const
     {
@@ -125,13 +165,12 @@ private slots:
         QCOMPARE(panel("RHab0"), s.label("RName0") + ' ' + s.label("RHab0"));
         QVERIFY(m_sink.messages.isEmpty());
         // A ring marks the planet on the screen only: 9 pixels round its point.
-        const QPoint ring = s.planetPixel(p[X].val(), p[Y].val()) + QPoint(9, 0);
-        QCOMPARE(s.map()->grab().toImage().pixelColor(ring), QColor(Qt::white));
+        QVERIFY(ringed(s.map()->grab().toImage(), s.planetPixel(p)));
         QCOMPARE(s.w.raster().image(), before);
         QCOMPARE(s.w.gameData().AnnotationText, annotations);
         QTest::mouseClick(s.w.overlayBar()->button(UniverseButton), Qt::LeftButton);
-        QCOMPARE(s.map()->grab().toImage().pixelColor(ring), QColor(Qt::white));
-        QVERIFY(s.w.raster().image().pixelColor(ring) != QColor(Qt::white));
+        QVERIFY(ringed(s.map()->grab().toImage(), s.planetPixel(p)));
+        QVERIFY(!ringed(s.w.raster().image(), s.planetPixel(p)));
 
         // A planet never reported has no gravity: each click scores it
         // afresh, nothing carried over from the click before.
@@ -230,6 +269,179 @@ private slots:
         QVERIFY(!s.w.overlayBar()->button(ZoomInButton)->isChecked());
         QTRY_COMPARE(onScreen(), picture);
         QVERIFY(m_sink.messages.isEmpty());
+    }
+
+    // Ctrl+F and a name, whole or in part, in any case, completed as it is
+    // typed: the panel and the ring as a click gives them, and a zoomed view
+    // that leaves the planet out moved to centre it at the same scale. An
+    // unknown name is said so, and nothing else changes.
+    void findPlanet_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("found");
+        QTest::addColumn<bool>("zoomed");
+        QTest::newRow("start of a name") << "Zarq" << "Zarquon" << false;
+        QTest::newRow("middle of a name") << "farqua" << "McFarquardt" << false;
+        QTest::newRow("any case") << "gRIM reaPER" << "Grim Reaper" << false;
+        QTest::newRow("outside the zoomed view") << "Glenn" << "Glenn" << true;
+        QTest::newRow("inside the zoomed view") << "all work" << "All Work" << true;
+        QTest::newRow("unknown") << "Vogsphere" << QString() << true;
+    }
+    void findPlanet()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, found);
+        SampleWindow s;
+        QFETCH(bool, zoomed);
+        if (zoomed)
+            s.zoomTo(60, 150, 200);
+        const GameData &d = s.w.gameData();
+        const QList<double> view{d.Scale, double(d.OriginX), double(d.OriginY)};
+        const QImage before = s.w.raster().image();
+        QTest::keyClick(&s.w, Qt::Key_F, Qt::ControlModifier);
+        QLineEdit *field = s.w.findField()->edit();
+        QTRY_VERIFY(field->hasFocus());
+        QTest::keyClicks(field, typed);
+        QCompleter *completer = s.w.findField()->completer();
+        QStringList offered;
+        for (int i = 0; completer->setCurrentRow(i); ++i)
+            offered << completer->currentCompletion();
+        QCOMPARE(offered.contains(found), !found.isEmpty());
+        QTest::keyClick(field, Qt::Key_Return);
+
+        if (found.isEmpty()) {
+            QCOMPARE(s.status(), "No planet is named \"" + typed + '"');
+            QCOMPARE(s.label("PlanetName"), QString());
+            QCOMPARE(s.w.markedPlanet(), 0);
+            QCOMPARE(QList<double>({d.Scale, double(d.OriginX), double(d.OriginY)}), view);
+            QCOMPARE(s.w.raster().image(), before);
+            return;
+        }
+        QCOMPARE(s.label("PlanetName"), found);
+        const PlanetInfo &p = s.named(found);
+        QCOMPARE(&d.planet(s.w.markedPlanet()), &p);
+        QVERIFY(ringed(s.map()->grab().toImage(), s.planetPixel(p)));
+        QCOMPARE(d.Scale, view[0]);
+        const bool moved = view != QList<double>({d.Scale, double(d.OriginX), double(d.OriginY)});
+        QCOMPARE(moved, found == "Glenn");
+        if (moved) {
+            QVERIFY(qAbs((d.OriginX + d.FarX) / 2.0 - p[X].val()) <= 1);
+            QVERIFY(qAbs((d.OriginY + d.FarY) / 2.0 - p[Y].val()) <= 1);
+            QVERIFY(s.w.raster().image() != before);
+        } else {
+            QCOMPARE(s.w.raster().image(), before);
+        }
+        QVERIFY(!ringed(s.w.raster().image(), s.planetPixel(p)));
+    }
+
+    // The Measure tool from beside one planet to another, in the full view
+    // and zoomed: both ends snap to the planets, the status line tells the
+    // distance and the years at warp 5 to 10, the line floats over the
+    // picture, and a second click keeps the figures until the next move.
+    void measure_data()
+    {
+        QTest::addColumn<bool>("zoomed");
+        QTest::newRow("full view") << false;
+        QTest::newRow("zoomed") << true;
+    }
+    void measure()
+    {
+        SampleWindow s;
+        QFETCH(bool, zoomed);
+        if (zoomed)
+            s.zoomTo(40, 150, 250);
+        const PlanetInfo &from = s.named("All Work"), &to = s.named("H2O");
+        QVERIFY(inView(s.w.gameData(), from) && inView(s.w.gameData(), to));
+        QCOMPARE(s.w.gameData().Scale > 12.5, zoomed);
+        const QImage before = s.w.raster().image();
+        s.w.annotationTools()->toolButton(DrawTool::Measure)->click();
+        // Two pixels off the planet, still within its pick box.
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(from) + QPoint(2, 2));
+        hover(s.map(), s.at(to));
+        const QString figures = "All Work to H2O: 107.5 l.y.; years at warp 5: 5, 6: 3, 7: 3, 8: 2, 9: 2, 10: 2";
+        QCOMPARE(s.status(), figures);
+        // Halfway along, on screen only.
+        const QPoint middle = (s.planetPixel(from) + s.planetPixel(to)) / 2;
+        QVERIFY(s.map()->grab().toImage().pixelColor(middle) != before.pixelColor(middle));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(to));
+        QCOMPARE(s.status(), figures);
+        QCOMPARE(s.w.raster().image(), before);
+        QCOMPARE(s.label("PlanetName"), QString());
+        hover(s.map(), s.at(to) + QPoint(30, 30));
+        QCOMPARE(s.status(), QString());
+        QTRY_COMPARE(s.map()->grab().toImage().pixelColor(middle), before.pixelColor(middle));
+    }
+
+    // The game writes its next turn under the running window: one offer
+    // for all its files; F5 proposes the next year and loads the same
+    // selection again, keeping the overlays, the zoom, the planet on the
+    // panel and the annotations; a broken file keeps the game on screen.
+    void reloadTheNewTurn()
+    {
+        QTemporaryDir folder;
+        for (const QString &name : QDir(VELTRO_SAMPLES).entryList({"MARCHES.*"}))
+            QVERIFY(QFile::copy(QStringLiteral(VELTRO_SAMPLES "/") + name, folder.filePath(name)));
+        SampleWindow s(folder.filePath("MARCHES.map"));
+        s.zoomTo(60, 150, 200);
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, s.at(s.named("All Work")));
+        s.w.annotationTools()->toolButton(DrawTool::Line)->click();
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(50, 50));
+        QTest::mouseClick(s.map(), Qt::LeftButton, {}, QPoint(90, 70));
+        GameData &d = s.w.gameData();
+        const QString annotations = d.AnnotationText;
+        const QList<double> view{d.Scale, double(d.OriginX), double(d.OriginY)};
+        const auto pressed = [&s] {
+            QList<bool> p;
+            for (int i = 0; i < OverlayButtonCount; ++i)
+                p << s.w.overlayBar()->button(i)->isChecked();
+            return p;
+        };
+        const QList<bool> overlays = pressed();
+        QCOMPARE(overlays[ZoomInButton], true);
+
+        QSignalSpy offers(&s.w.reportWatch(), &ReportWatch::newReports);
+        for (const char *name : {"MARCHES.P1", "MARCHES.P2", "MARCHES.P3", "MARCHES.P4", "MARCHES.P5"}) {
+            QFile f(folder.filePath(QLatin1String(name)));
+            QVERIFY(f.open(QIODevice::ReadWrite));
+            const QByteArray bytes = f.readAll();
+            f.resize(0);
+            f.write(bytes);
+        }
+        QTRY_COMPARE(offers.count(), 1);
+        QTest::qWait(2 * ReportWatch::QuietMs);
+        QCOMPARE(offers.count(), 1);
+        QVERIFY(s.w.findChild<QLabel *>("NewReports")->isVisible());
+
+        m_sink.inputs << "2432";
+        QTest::keyClick(&s.w, Qt::Key_F5);
+        QCOMPARE(m_sink.messages, QStringList{"Reload|Game year of the new turn:|2432"});
+        QCOMPARE(d.GameYear, 2432);
+        QVERIFY(s.w.windowTitle().endsWith("Year:2432 }"));
+        QCOMPARE(QList<double>({d.Scale, double(d.OriginX), double(d.OriginY)}), view);
+        QCOMPARE(pressed(), overlays);
+        QCOMPARE(s.label("PlanetName"), "All Work");
+        QVERIFY(ringed(s.map()->grab().toImage(), s.planetPixel(s.named("All Work"))));
+        QCOMPARE(d.AnnotationText, annotations);
+        QVERIFY(!s.w.findChild<QLabel *>("NewReports")->isVisible());
+        const QImage reloaded = s.w.raster().image();
+
+        // The next turn's report written aside and renamed over the old one,
+        // with a line of too many fields: offered again, then one message
+        // naming the file and the line, and the game on screen stays.
+        QSaveFile report(folder.filePath("MARCHES.P2"));
+        QVERIFY(report.open(QIODevice::WriteOnly));
+        report.write("Planet Name\tOwner\r\nAll Work" + QByteArray("\tx").repeated(60) + "\r\n");
+        QVERIFY(report.commit());
+        QTRY_COMPARE(offers.count(), 2);
+        m_sink.messages.clear();
+        m_sink.inputs << "2433";
+        QTest::keyClick(&s.w, Qt::Key_F5);
+        QCOMPARE(m_sink.messages.size(), 2);
+        QVERIFY2(m_sink.messages[1].contains("MARCHES.P2, line 2"), qPrintable(m_sink.messages[1]));
+        QCOMPARE(d.GameYear, 2432);
+        QCOMPARE(s.w.raster().image(), reloaded);
+        QCOMPARE(s.label("PlanetName"), "All Work");
+        QCOMPARE(pressed(), overlays);
     }
 
     // Once a resize has settled the map is drawn afresh at its new size:

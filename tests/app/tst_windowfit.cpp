@@ -10,6 +10,7 @@
 #include "FocusMark.h"
 #include "GameGenerator.h"
 #include "HistoryWindow.h"
+#include "IsolatedSettings.h"
 #include "LayoutFaults.h"
 #include "LegendWindow.h"
 #include "MainWindow.h"
@@ -183,6 +184,9 @@ private slots:
     }
 
 private:
+    // The main window opens where the user's last run left it, and keeps
+    // its recent games: neither comes from or goes to the user's settings.
+    IsolatedSettings m_settings;
     QTemporaryDir m_turns;
     RecordingSink m_sink;
     std::unique_ptr<MainWindow> m_main;

@@ -60,6 +60,46 @@ private slots:
         QCOMPARE(byNumber[u"RHab"], o[u"RHab"]);
     }
 
+    // --from measures as the Measure tool does: a fleet covers warp²
+    // light years a year, a part of a year costing the whole year; an end
+    // near a planet snaps to it, an end in deep space is where the readout
+    // puts it.
+    void tripFrom_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QJsonValue>("fromPlanet");
+        QTest::addColumn<double>("distance");
+        QTest::addColumn<QList<int>>("years"); // warp 5 .. 10
+        QTest::newRow("planet to planet, 100 l.y.") << QStringList{"--number", "2", "--from", "0,600"}
+                                                    << QJsonValue(1) << 100.0 << QList<int>{4, 3, 3, 2, 2, 1};
+        QTest::newRow("snapped from beside a planet") << QStringList{"--at", "60.5,520.5", "--from", "1,601"}
+                                                      << QJsonValue(1) << 100.0 << QList<int>{4, 3, 3, 2, 2, 1};
+        // The readout's whole light years, (100, 600), as the pointer there reads.
+        QTest::newRow("from deep space") << QStringList{"--at", "60,520", "--from", "100.5,600.5"}
+                                         << QJsonValue() << 89.4 << QList<int>{4, 3, 2, 2, 2, 1};
+    }
+    void tripFrom()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QList<int>, years);
+        // Stored at (0, 600) and (60, 520): 100 light years apart.
+        TestGame game;
+        game.writeMap({{"Home", 1000, 1000}, {"Zeta Tau", 1060, 1080}, {"Rim", 1500, 1500}});
+        game.writeReport("game.P1", {homeLine()});
+        const CliRun run = runCli(QStringList{"planet", game.path("game.map")} + options);
+        QCOMPARE(run.status, 0);
+        const QJsonObject trip = json(run)[u"Trip"].toObject();
+        QTEST(trip[u"From"][u"Planet"], "fromPlanet");
+        QCOMPARE(trip[u"To"][u"Name"].toString(), "Zeta Tau");
+        QCOMPARE(trip[u"To"][u"X"].toDouble(), 60.0); // as stored: from the map's west edge
+        QTEST(trip[u"Distance"].toDouble(), "distance");
+        QList<int> got;
+        for (const QJsonValue &w : trip[u"Years"].toArray())
+            got << w[u"Years"].toInt();
+        QCOMPARE(got, years);
+        QCOMPARE(trip[u"Years"][3][u"Warp"].toInt(), 8);
+    }
+
     void deepSpace()
     {
         const QJsonObject o = json(planet({"--at", "0.5,0.5"}));
@@ -79,6 +119,7 @@ private slots:
         QTest::newRow("row 0") << QStringList{"--number", "0"} << 2;
         QTest::newRow("row beyond the table") << QStringList{"--number", "129"} << 2;
         QTest::newRow("not a position") << QStringList{"--at", "12"} << 2;
+        QTest::newRow("not a start") << QStringList{"--at", "1,1", "--from", "1;1"} << 2;
         QTest::newRow("zoom of width 0") << QStringList{"--at", "1,1", "--zoom", "0,0,0"} << 1;
     }
     void optionErrors()

@@ -103,11 +103,7 @@ OpenFileDialog::OpenFileDialog(FileSelection &selection, GameData &data, QWidget
     lists->addWidget(m_folderView, 3);
     lists->addWidget(m_fileView, 2);
 
-    m_chosenMap = new QLabel;
-    m_chosenMap->setObjectName(QStringLiteral("ChosenMap"));
-    m_chosenMap->setTextFormat(Qt::PlainText);
-    // A long folder is cut rather than widening the window; the tooltip has it whole.
-    m_chosenMap->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_chosenMap = new ChosenMapLabel;
 
     m_raceHint = new QLabel(QStringLiteral("Mark the option button next to the file which represents your race"));
     m_raceHint->setObjectName(QStringLiteral("Label1"));
@@ -376,11 +372,6 @@ void OpenFileDialog::showRows()
     if (m_gameYear->text() != m_selection.gameYearText)
         m_gameYear->setText(m_selection.gameYearText);
     m_raceHint->setVisible(m_selection.ownRaceHintShown());
-    const QFileInfo chosen(m_data.MapFilePath);
-    const QString folder = QDir::toNativeSeparators(chosen.absolutePath());
-    m_chosenMap->setText(m_data.MapFilePath.isEmpty()
-                             ? QStringLiteral("No map file chosen")
-                             : QStringLiteral("Map file: %1\nFolder: %2").arg(chosen.fileName(), folder));
-    m_chosenMap->setToolTip(m_data.MapFilePath.isEmpty() ? QString() : QDir::toNativeSeparators(chosen.absoluteFilePath()));
+    m_chosenMap->setMapFile(m_data.MapFilePath);
     m_load->setEnabled(m_selection.loadEnabled());
 }

@@ -5,6 +5,7 @@
 // and hands it the user's clicks. The caller keeps one instance so that the
 // rows stay as the user left them between showings.
 
+#include "ChosenMapLabel.h"
 #include "FileSelection.h"
 
 #include <QDialog>
@@ -105,7 +106,7 @@ private:
     std::array<RowControls, MaxPlayers + 1> m_rows;
     QButtonGroup *m_players = nullptr;
     QLineEdit *m_gameYear = nullptr;
-    QLabel *m_chosenMap = nullptr;
+    ChosenMapLabel *m_chosenMap = nullptr;
     QLabel *m_raceHint = nullptr;
     QPushButton *m_load = nullptr;
     QPushButton *m_cancel = nullptr;

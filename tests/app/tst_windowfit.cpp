@@ -24,6 +24,7 @@
 #include "ThanksDialog.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QRegularExpression>
@@ -125,7 +126,15 @@ private slots:
     {
         QTest::addColumn<std::function<QWidget *(MainWindow &)>>("open");
         using Open = std::function<QWidget *(MainWindow &)>;
-        QTest::newRow("file selection") << Open([](MainWindow &w) -> QWidget * { return &w.openFileDialog(); });
+        const QString turns = m_turns.path();
+        // A game deep in folders, whose path is wider than the window.
+        QTest::newRow("file selection") << Open([turns](MainWindow &w) -> QWidget * {
+            const QString deep = turns + QStringLiteral("/Stars games/%1/Marches").arg(QString(120, u'x'));
+            if (!QDir().mkpath(deep) || !QFile::copy(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"), deep + "/MARCHES.map") ||
+                !w.openFileDialog().openOn(deep + "/MARCHES.map"))
+                qFatal("no game in a deep folder");
+            return &w.openFileDialog();
+        });
         QTest::newRow("planet grid") << Open([](MainWindow &w) -> QWidget * {
             auto *grid = new PlanetGridWindow(&w);
             grid->fill(w.gameData());
@@ -141,7 +150,6 @@ private slots:
         QTest::newRow("key") << Open([](MainWindow &w) -> QWidget * { return new LegendWindow(&w); });
         QTest::newRow("about") << Open([](MainWindow &w) -> QWidget * { return new AboutDialog(&w); });
         QTest::newRow("thanks") << Open([](MainWindow &w) -> QWidget * { return new ThanksDialog(&w); });
-        const QString turns = m_turns.path();
         QTest::newRow("history") << Open([turns](MainWindow &w) -> QWidget * {
             auto *history = new HistoryWindow(turns, w.overlayButtons(), &w);
             QSignalSpy loaded(history, &HistoryWindow::loadingFinished);

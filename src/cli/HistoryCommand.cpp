@@ -101,10 +101,7 @@ int runHistory(const QStringList &arguments)
                       QStringLiteral("MS"), QStringLiteral("500")});
     parser.addOption({QStringLiteral("frames"), QStringLiteral("Also write one PNG per year (YEAR.png) into DIR."),
                       QStringLiteral("DIR")});
-    parser.addOption({QStringLiteral("race-colour"),
-                      QStringLiteral("Draw race NAME in colour #RRGGBB in every year; red + green + blue must reach "
-                                     "192 (repeatable)."),
-                      QStringLiteral("NAME=#RRGGBB")});
+    addYearlyRaceColourOption(parser);
     parser.addOption({QStringLiteral("o"),
                       QStringLiteral("The animation: a GIF (.gif), or a lossless WebP (.webp) whose frames keep "
                                      "every colour."),

@@ -28,10 +28,7 @@ int runSite(const QStringList &arguments)
                       QStringLiteral("Side of the map in the page at 100 %, in pixels (default 800); the pictures are "
                                      "also drawn at twice that, for zooming in and dense screens."),
                       QStringLiteral("PX"), QStringLiteral("800")});
-    parser.addOption({QStringLiteral("race-colour"),
-                      QStringLiteral("Draw race NAME in colour #RRGGBB in every year; red + green + blue must reach "
-                                     "192 (repeatable)."),
-                      QStringLiteral("NAME=#RRGGBB")});
+    addYearlyRaceColourOption(parser);
     parser.addOption({QStringLiteral("title"),
                       QStringLiteral("The page's heading (default: the name of the last snapshot's map file)."),
                       QStringLiteral("TEXT")});

@@ -48,6 +48,14 @@ QList<Snapshot> snapshotsOf(const QString &command, const QStringList &arguments
 
 } // namespace
 
+void addYearlyRaceColourOption(QCommandLineParser &parser)
+{
+    parser.addOption({QStringLiteral("race-colour"),
+                      QStringLiteral("Draw race NAME in colour #RRGGBB in every year; red + green + blue must reach "
+                                     "192 (repeatable)."),
+                      QStringLiteral("NAME=#RRGGBB")});
+}
+
 QList<Snapshot> parseSnapshots(QCommandLineParser &parser, const QStringList &arguments, const QString &command,
                                const QString &description)
 {

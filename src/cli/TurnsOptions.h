@@ -27,6 +27,9 @@ private:
     qint64 m_lastLine = -1000;
 };
 
+// --race-colour NAME=#RRGGBB, a race's colour in every year.
+void addYearlyRaceColourOption(QCommandLineParser &parser);
+
 // Parses the command line of a command over turns (its options already
 // given to the parser) and returns its SNAPSHOT arguments in year order.
 // The turns are dated by their snapshots, so --year and --report-year are a

@@ -167,6 +167,8 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--list", action="store_true", help="list the sampled mutants and stop")
     parser.add_argument("--only", help="only mutants of files whose path contains this text")
+    parser.add_argument("--recheck", metavar="LOG",
+                        help="only the mutants that an earlier run, whose output is LOG, killed")
     args = parser.parse_args()
     root = os.path.abspath(args.root)
     build = os.path.abspath(args.build)
@@ -176,7 +178,14 @@ def main():
         every = [m for m in every if args.only in m[0]]
     sample = random.Random(args.seed).sample(every, min(args.count, len(every)))
     sample.sort(key=lambda m: (m[0], m[1], m[2]))
-    print(f"{len(every)} candidate mutants in the core, {len(sample)} sampled (seed {args.seed})", flush=True)
+    if args.recheck:
+        # After a change to the tests: is every mutant the old tests killed
+        # still killed? The survivors, the costly ones, are not run again.
+        with open(args.recheck, encoding="utf-8") as f:
+            killed_before = set(re.findall(r"^\[\d+/\d+\] killed +(\S+:\d+: .*)$", f.read(), re.M))
+        sample = [m for m in sample if f"{m[0]}:{m[1]}: {m[3].strip()} -> {m[4].strip()}" in killed_before]
+    print(f"{len(every)} candidate mutants in the core, {len(sample)} sampled (seed {args.seed})"
+          + (f", those {args.recheck} reports killed" if args.recheck else ""), flush=True)
     if args.list:
         for path, number, _, old, new, kind in sample:
             print(f"{path}:{number}: {kind}: {old.strip()} -> {new.strip()}")

@@ -13,26 +13,20 @@
 #include "IsolatedSettings.h"
 #include "LayoutFaults.h"
 #include "LegendWindow.h"
-#include "MainWindow.h"
-#include "MapCanvasWidget.h"
-#include "OpenFileDialog.h"
-#include "OverlayButtonBar.h"
 #include "PlanetGridWindow.h"
-#include "RasterSurface.h"
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
+#include "SampleWindow.h"
 #include "ThanksDialog.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QToolButton>
 #include <functional>
 #include <memory>
 
@@ -66,33 +60,22 @@ private slots:
         options.gameYear = 2403;
         gamegen::generateHistory(options, 3);
 
-        m_main = std::make_unique<MainWindow>();
-        QVERIFY(shown(m_main.get()));
-        QVERIFY(available().contains(m_main->frameGeometry()));
-        m_opening = m_main->size();
-        OpenFileDialog &dialog = m_main->openFileDialog();
-        QVERIFY(dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map")));
-        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
-        dialog.confirm();
-        QVERIFY(m_main->generate());
+        m_main = std::make_unique<SampleWindow>(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"));
+        QVERIFY(available().contains(m_main->w.frameGeometry()));
+        m_opening = m_main->w.size();
         for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
-            QTest::mouseClick(m_main->overlayBar()->button(b), Qt::LeftButton);
+            m_main->press(b);
         // A planet clicked, so that the panel shows its values.
-        const GameData &d = m_main->gameData();
-        const double k = m_main->mapWidget()->width() / double(Canvas::ScaleWidth) * d.Scale;
-        for (int i = 1; i <= d.PlanetCount; ++i)
-            if (d.planet(i)[Name].text() == u"All Work")
-                QTest::mouseClick(m_main->mapWidget(), Qt::LeftButton, {},
-                                  QPoint(int(d.planet(i)[X].val() * k) + 1, int(d.planet(i)[Y].val() * k) + 1));
-        QCOMPARE(m_main->detailPanel()->valueLabel(PlanetNameLabel)->text(), QStringLiteral("All Work"));
+        m_main->click(m_main->at(m_main->named("All Work")));
+        QCOMPARE(m_main->label("PlanetName"), QStringLiteral("All Work"));
     }
 
     void mainWindowShowsAllOfTheMap_data()
     {
         QTest::addColumn<QSize>("size");
-        const QSize frame = m_main->frameGeometry().size() - m_main->size();
+        const QSize frame = m_main->w.frameGeometry().size() - m_main->w.size();
         const QSize largest = available().size() - frame;
-        const QSize least = m_main->minimumSize();
+        const QSize least = m_main->w.minimumSize();
         QTest::newRow("opening") << m_opening;
         QTest::newRow("least") << least;
         QTest::newRow("largest") << largest;
@@ -104,7 +87,7 @@ private slots:
     void mainWindowShowsAllOfTheMap()
     {
         QFETCH(QSize, size);
-        MainWindow &w = *m_main;
+        MainWindow &w = m_main->w;
         w.resize(size);
         QTRY_COMPARE(w.size(), size.expandedTo(w.minimumSize()));
         const MapCanvasWidget *map = w.mapWidget();
@@ -162,7 +145,7 @@ private slots:
     void secondaryWindowsFit()
     {
         QFETCH(std::function<QWidget *(MainWindow &)>, open);
-        QWidget *window = open(*m_main);
+        QWidget *window = open(m_main->w);
         QVERIFY(shown(window));
         QVERIFY2(available().contains(window->frameGeometry()),
                  qPrintable(QStringLiteral("%1,%2 %3x%4").arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
@@ -187,7 +170,7 @@ private slots:
             QTRY_COMPARE(history->mapLabel()->pixmap().devicePixelRatio(), window->devicePixelRatioF());
         }
         window->close();
-        if (window != &m_main->openFileDialog())
+        if (window != &m_main->w.openFileDialog())
             delete window;
     }
 
@@ -197,7 +180,7 @@ private:
     IsolatedSettings m_settings;
     QTemporaryDir m_turns;
     RecordingSink m_sink;
-    std::unique_ptr<MainWindow> m_main;
+    std::unique_ptr<SampleWindow> m_main;
     QSize m_opening;
 };
 

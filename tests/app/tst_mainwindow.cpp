@@ -1,8 +1,6 @@
-// The main window driven offscreen with the mouse and the keys: its start-up
-// state, overlays, Recent Games and remembered colours, the resize rule, and
-// one sample game in a shown window for the map's wiring: the panel, the
-// ring, the zoom, finding, measuring, the keys, the data windows, a redraw
-// after a resize, a new turn reloaded and a race recoloured.
+// The main window driven offscreen with the mouse and the keys: loading,
+// Recent Games, remembered colours and the resize rule, then one sample game
+// loaded once for the map's wiring, in the order the cases leave it.
 
 #include "AccessibleText.h"
 #include "AnnotationToolBox.h"
@@ -68,18 +66,6 @@ private slots:
         m_s->activate();
     }
 
-    void startsWithNothingLoaded()
-    {
-        MainWindow w;
-        QCOMPARE(w.windowTitle(), QStringLiteral("Veltro Marches for Stars!   Version 0.1.0"));
-        for (int i = 0; i < OverlayButtonCount; ++i)
-            QVERIFY(!w.overlayBar()->button(i)->isEnabled());
-        QVERIFY(!w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
-        for (const char *name : {"mnuMap", "mnuGrid", "mnuGrid2"})
-            QVERIFY(w.findChild<QAction *>(name)->isEnabled());
-        QVERIFY(pictureIsBlack(w.raster().image()));
-    }
-
     void findsTheGameFolderInTheWinePrefix()
     {
         TestGame prefix;
@@ -94,23 +80,28 @@ private slots:
         qunsetenv("WINEPREFIX");
     }
 
-    void aFailedLoadShowsOneMessageAndKeepsTheWindowUsable()
+    // A failed load says so once, naming the file and the line, and leaves
+    // the window as it starts: nothing to draw, only the File and Data menus.
+    void aFailedLoadLeavesTheWindowAsItStarts()
     {
         TestGame game;
         for (const char *name : {"bad.map", "bad.P1"})
             game.write(name, "#\tX\tY\tName\r\n1\t1010\tnowhere\tA\r\n");
         MainWindow w;
+        QCOMPARE(w.windowTitle(), QStringLiteral("Veltro Marches for Stars!   Version 0.1.0"));
         QVERIFY(!load(w, game.path("bad.map")));
         QCOMPARE(m_sink.messages.size(), 1);
         QVERIFY(m_sink.messages[0].contains(QStringLiteral("bad.map, line 2")));
-        QVERIFY(w.findChild<QAction *>("mnuMap")->isEnabled());
-        QVERIFY(!w.overlayBar()->button(UniverseButton)->isEnabled());
+        for (int i = 0; i < OverlayButtonCount; ++i)
+            QVERIFY(!w.overlayBar()->button(i)->isEnabled());
+        QVERIFY(!w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
+        for (const char *name : {"mnuMap", "mnuGrid", "mnuGrid2"})
+            QVERIFY(w.findChild<QAction *>(name)->isEnabled());
+        QVERIFY(pictureIsBlack(w.raster().image()));
     }
 
-    // The resize rule at its edges, and fitted to a client area: the
-    // readouts keep their row above the bottom under a tall title bar, and a
-    // window too narrow for the map beside the panel and the legend is laid
-    // out wider, to scroll.
+    // The resize rule at its edges; the readouts keep their row under a tall
+    // title bar, and a window too narrow for map, panel and legend scrolls.
     void resizeRule_data()
     {
         QTest::addColumn<QSize>("area");
@@ -135,9 +126,8 @@ private slots:
         QVERIFY(fitted->rule.raceLabelLeft / 15 >= fitted->rule.detailLeft / 15 + column + 8);
     }
 
-    // File > Recent Games: the last eight games, newest first, each loaded
-    // again with its own race and year and the overlays the last run left
-    // pressed; one whose map has gone says so and leaves the list.
+    // File > Recent Games: the last eight, newest first, each loaded with its
+    // race, year and the overlays left pressed; a map gone says so and leaves.
     void recentGames()
     {
         std::vector<std::unique_ptr<TestGame>> games;
@@ -186,9 +176,8 @@ private slots:
         QCOMPARE(m_sink.messages.size(), 1);
     }
 
-    // A colour chosen for a race comes back with its name whenever its game
-    // loads again, in a new window and whatever column the race takes then;
-    // another game keeps the start colours.
+    // A race's chosen colour comes back with its game, whatever column the
+    // race takes then; another game keeps the start colours.
     void chosenColoursComeBackWithTheirGame()
     {
         TestGame game, other;
@@ -225,9 +214,8 @@ private slots:
         QCOMPARE(restarted.gameData().raceColour(2), GameData().raceColour(2));
     }
 
-    // Saved beside the game as "Universe Map<year>.bmp", here with no year.
-    // A drawing fault (an annotation colour outside 1..7) ends the redraw
-    // with one message; the layers drawn so far stay and the window works on.
+    // Saved beside the game, no year in the name when none was given. A bad
+    // annotation colour ends the redraw with one message; the rest stays.
     void savesTheMapBesideTheGame()
     {
         QTemporaryDir dir;
@@ -252,10 +240,9 @@ private slots:
         QVERIFY(w.overlayBar()->button(UniverseButton)->isEnabled());
     }
 
-    // From here on the shared sample window. Loaded, it draws nothing until
-    // an overlay is pressed; Clear Map releases them all; a menu overlay
-    // draws over the picture as it stands; every control is named for
-    // screen readers, and a button's toggle action redraws as a click does.
+    // The shared sample window from here on. Clear Map releases every overlay;
+    // a menu overlay draws over the picture; every control has a name, and a
+    // button's accessible toggle redraws as a click does.
     void overlaysAndControls()
     {
         const SampleWindow &s = *m_s;
@@ -290,8 +277,7 @@ private slots:
     }
 
     // The panel and the ring for a planet clicked, each value read with its
-    // caption; a planet never reported scores every race afresh; deep space
-    // names nothing and leaves the panel as it was.
+    // caption; an unreported planet scores 0; deep space leaves the panel.
     void hoverAndClickAPlanet()
     {
         const SampleWindow &s = *m_s;
@@ -345,8 +331,8 @@ private slots:
         QCOMPARE(s.label("PlanetName"), unknown[Name].text());
     }
 
-    // The band follows the pointer over the picture without entering it, in
-    // the colour of the file's last line (yellow); the second click draws it.
+    // The band, yellow as the file's last line, floats over the picture;
+    // the second click draws it.
     void theRubberBandFloatsOverThePicture()
     {
         const SampleWindow &s = *m_s;
@@ -364,9 +350,8 @@ private slots:
         s.w.annotationTools()->toolButton(DrawTool::StopDrawing)->click();
     }
 
-    // A square too small gives one message and the full view with every
-    // button back. Escape gives up a half-made zoom: the picture, the view
-    // and the square on screen are as before, and every button is back.
+    // A square too small gives one message; Escape gives up a half-made zoom:
+    // the view, the picture and the screen as before, every button back.
     void zoomTooSmallOrEscaped()
     {
         const SampleWindow &s = *m_s;
@@ -409,10 +394,8 @@ private slots:
         QVERIFY(m_sink.messages.isEmpty());
     }
 
-    // Ctrl+F and a name, whole or in part, in any case, completed as it is
-    // typed: the panel and the ring as a click gives them, and a zoomed view
-    // that leaves the planet out moved to centre it at the same scale. An
-    // unknown name is said so, and nothing else changes.
+    // Ctrl+F and a name, completed as typed: the panel and the ring as a
+    // click gives them, a zoomed view moved to centre a planet it leaves out.
     void findPlanet_data()
     {
         QTest::addColumn<QString>("typed");
@@ -475,10 +458,8 @@ private slots:
         QVERIFY(!ringed(s.picture(), s.planetPixel(p)));
     }
 
-    // The Measure tool from beside one planet to another, in the full view
-    // and zoomed: both ends snap to the planets, the status line tells the
-    // distance and the years at warp 5 to 10, the line floats over the
-    // picture, and a second click keeps the figures until the next move.
+    // Measure from beside one planet to another: both ends snap, the line
+    // floats, a second click keeps the figures until the next move.
     void measure_data()
     {
         QTest::addColumn<bool>("zoomed");
@@ -513,8 +494,7 @@ private slots:
         s.w.annotationTools()->toolButton(DrawTool::StopDrawing)->click();
     }
 
-    // Data > the grid and the statistics. A new bound is stored at once; the
-    // picture waits for the next estimate.
+    // Data > the grid and the statistics; a new bound waits for the next estimate.
     void dataMenuOpensTheGridAndTheStatistics()
     {
         const SampleWindow &s = *m_s;
@@ -536,9 +516,8 @@ private slots:
         QCOMPARE(s.picture(), estimated);
     }
 
-    // A mnemonic on every menu entry, Ctrl+O, Ctrl+S and F1, Tab from the
-    // map's buttons through the legend and the panel to the drawing tools,
-    // and a mark on whatever has the focus.
+    // Mnemonics, Ctrl+O, Ctrl+S, F1, and Tab from the map's buttons through
+    // the legend and the panel to the drawing tools, the focus marked.
     void keyboard()
     {
         const SampleWindow &s = *m_s;
@@ -572,9 +551,8 @@ private slots:
         QVERIFY(marksFocus(s.map()));
     }
 
-    // Once a resize has settled the map is drawn afresh at its new size:
-    // the picture, and what Save Map writes at once after a resize, are what
-    // the command line draws at that size.
+    // After a resize the picture, and Save Map at once, are what the
+    // command line draws at the new size.
     void aResizedMapIsDrawnAtItsNewSize()
     {
         const SampleWindow &s = *m_s;
@@ -606,10 +584,8 @@ private slots:
         QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
     }
 
-    // The game writes its next turn under the running window: one offer
-    // for all its files; F5 proposes the next year and loads the same
-    // selection again, keeping the overlays, the zoom, the planet on the
-    // panel and the annotations; a broken file keeps the game on screen.
+    // The next turn written under the window: one offer; F5 loads it keeping
+    // overlays, zoom, panel and annotations; a broken file keeps the game.
     void reloadTheNewTurn()
     {
         const SampleWindow &s = *m_s;
@@ -657,9 +633,7 @@ private slots:
         QVERIFY(!s.w.findChild<QLabel *>("NewReports")->isVisible());
         const QImage reloaded = s.picture();
 
-        // The next report written aside and renamed over the old one, with a
-        // line of too many fields: offered again, then one message naming
-        // the file and the line, and the game on screen stays.
+        // Renamed over the old one, with a line of too many fields.
         QSaveFile report(m_folder.filePath("MARCHES.P2"));
         QVERIFY(report.open(QIODevice::WriteOnly));
         report.write("Planet Name\tOwner\r\nAll Work" + QByteArray("\tx").repeated(60) + "\r\n");
@@ -676,9 +650,8 @@ private slots:
         QCOMPARE(pressed(), overlays);
     }
 
-    // A race recoloured shows at once in the legend and on the map once the
-    // editor closes. Closed without OK, nothing is stored and the map is
-    // drawn again all the same, which takes the names drawn over it away.
+    // A new race colour shows in the legend at once, on the map once the
+    // editor closes; closed without OK, nothing is kept but the map redraws.
     void recolouredRaceShowsInTheLegendAndOnTheMap()
     {
         const SampleWindow &s = *m_s;

@@ -77,22 +77,21 @@ struct SampleWindow {
         return {d.Scale, double(d.OriginX), double(d.OriginY)};
     }
 
-    // The widget pixel of a universe position.
+    // The widget pixel of a universe position, and the one just right of and
+    // below a planet, within its pick box.
     QPoint planetPixel(double x, double y) const
     {
         const GameData &d = w.gameData();
         const double k = map()->width() / double(Canvas::ScaleWidth);
         return QPoint(qRound((x - d.OriginX) * d.Scale * k), qRound((y - d.OriginY) * d.Scale * k));
     }
-    // The widget pixel just right of and below a universe position, within its planet's pick box.
-    QPoint at(double x, double y) const
+    QPoint planetPixel(const PlanetInfo &p) const { return planetPixel(p[X].val(), p[Y].val()); }
+    QPoint at(const PlanetInfo &p) const
     {
         const GameData &d = w.gameData();
         const double k = map()->width() / double(Canvas::ScaleWidth);
-        return QPoint(int((x - d.OriginX) * d.Scale * k) + 1, int((y - d.OriginY) * d.Scale * k) + 1);
+        return QPoint(int((p[X].val() - d.OriginX) * d.Scale * k) + 1, int((p[Y].val() - d.OriginY) * d.Scale * k) + 1);
     }
-    QPoint planetPixel(const PlanetInfo &p) const { return planetPixel(p[X].val(), p[Y].val()); }
-    QPoint at(const PlanetInfo &p) const { return at(p[X].val(), p[Y].val()); }
     void click(QPoint p) const { QTest::mouseClick(map(), Qt::LeftButton, {}, p); }
     const PlanetInfo &named(const QString &name) const
     {

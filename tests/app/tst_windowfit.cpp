@@ -34,17 +34,7 @@ namespace {
 
 QRect available() { return QGuiApplication::primaryScreen()->availableGeometry(); }
 
-// Shows the window and waits until the window system has placed it.
-bool shown(QWidget *w)
-{
-    w->show();
-    return QTest::qWaitForWindowExposed(w);
-}
-
-QString faultsOf(const QWidget *w)
-{
-    return layoutFaults(w).join(QStringLiteral("; "));
-}
+QString faultsOf(const QWidget *w) { return layoutFaults(w).join(QStringLiteral("; ")); }
 
 } // namespace
 
@@ -146,10 +136,9 @@ private slots:
     {
         QFETCH(std::function<QWidget *(MainWindow &)>, open);
         QWidget *window = open(m_main->w);
-        QVERIFY(shown(window));
-        QVERIFY2(available().contains(window->frameGeometry()),
-                 qPrintable(QStringLiteral("%1,%2 %3x%4").arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
-                                .arg(window->frameGeometry().width()).arg(window->frameGeometry().height())));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY(available().contains(window->frameGeometry()));
         QVERIFY(!window->minimumSize().isEmpty());
         QTRY_VERIFY2(layoutFaults(window).isEmpty(), qPrintable("opening: " + faultsOf(window)));
         const QSize frame = window->frameGeometry().size() - window->size();
@@ -175,8 +164,7 @@ private slots:
     }
 
 private:
-    // The main window opens where the user's last run left it, and keeps
-    // its recent games: neither comes from or goes to the user's settings.
+    // Window places and recent games neither come from nor go to the user's.
     IsolatedSettings m_settings;
     QTemporaryDir m_turns;
     RecordingSink m_sink;

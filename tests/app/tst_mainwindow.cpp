@@ -282,18 +282,7 @@ private slots:
     {
         const SampleWindow &s = *m_s;
         const GameData &d = s.w.gameData();
-        const auto lonePlanet = [&d](bool reported) -> const PlanetInfo & {
-            for (int i = 1; i <= d.PlanetCount; ++i) {
-                bool alone = d.planet(i)[AgeText].text().isEmpty() != reported;
-                for (int j = 1; j <= d.PlanetCount && alone; ++j)
-                    alone = i == j || std::hypot(d.planet(i)[X].val() - d.planet(j)[X].val(),
-                                                 d.planet(i)[Y].val() - d.planet(j)[Y].val()) > 20;
-                if (alone)
-                    return d.planet(i);
-            }
-            qFatal("no lone planet");
-        };
-        const PlanetInfo &p = lonePlanet(true);
+        const PlanetInfo &p = s.named("LGM 4"); // reported, no other planet within 20 light years
         const QString name = p[Name].text();
         hover(s.map(), s.at(p));
         QCOMPARE(s.label("theplanet"), " " + name);
@@ -319,7 +308,7 @@ private slots:
         QVERIFY(ringed(s.screen(), s.planetPixel(p)));
         QVERIFY(!ringed(s.picture(), s.planetPixel(p)));
 
-        const PlanetInfo &unknown = lonePlanet(false);
+        const PlanetInfo &unknown = s.named("Match"); // never reported, alone as well
         s.click(s.at(unknown));
         QCOMPARE(s.label("ReportAge"), "Unexplored");
         for (int i = 0; i < d.PlayerCount; ++i)

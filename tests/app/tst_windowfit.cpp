@@ -1,8 +1,7 @@
-// Every window opens within the screen's available area, keeps a minimum
-// size, and at any size above it shows no control over another or cut off;
-// whatever takes the focus shows it; the main window's map shows whole,
-// covered by nothing, drawn at the screen's device pixels. Run on a screen
-// given by VELTRO_TEST_SCREEN ("1024x768@1": logical size, device pixel ratio).
+// Every window opens on the screen, keeps a minimum size and at any size
+// above it shows every control whole with its focus marked; the map shows
+// whole at the screen's device pixels. VELTRO_TEST_SCREEN gives the screen
+// ("1024x768@1": logical size, device pixel ratio).
 
 #include "AboutDialog.h"
 #include "DetailPanel.h"

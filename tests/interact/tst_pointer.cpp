@@ -1,5 +1,4 @@
-// The pointer over the map: the readout and the pick box at their edges,
-// the zoom's two corners, and the annotation tools' records and refusals.
+// The pointer over the map: readout, pick box, ring, zoom and annotations.
 
 #include "AnnotationFile.h"
 #include "InteractionHost.h"
@@ -127,9 +126,8 @@ private slots:
         QCOMPARE(s.pointer.readout().XYCoord, " X:500 Y:500");
     }
 
-    // The ring goes to the planet that fills the panel, the later of two;
-    // a click in deep space or with a drawing tool leaves it; it follows the
-    // planet into a zoom and hides while the view leaves the planet out.
+    // The ring marks the panel's planet; deep space and drawing leave it; it
+    // follows the planet into a zoom and hides while the view leaves it out.
     void planetRing()
     {
         Scene s(twoPlanets());
@@ -180,10 +178,8 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
-    // Each motion moves every component of the square's colour by
-    // round(20 r - 10) for the random number r, held to 150..255. A square
-    // too small divides by zero, and abandoning it brings back the full
-    // view with every button.
+    // Each motion moves the square's grey by round(20 r - 10), held to 150..255;
+    // a square too small divides by zero, abandoned to the full view.
     void zoomShimmerAndTooSmall()
     {
         Scene s(twoPlanets());
@@ -208,9 +204,8 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
-    // Escape while the zoom is armed or its square half made: the view, the
-    // picture and the buttons are as before "Zoom In", with no redraw. Once
-    // the zoom is done, or before it is armed, there is nothing to cancel.
+    // Escape, armed or half made: all as before "Zoom In", with no redraw;
+    // before arming or once zoomed there is nothing to cancel.
     void zoomCancelled_data()
     {
         QTest::addColumn<int>("cornersClicked");
@@ -248,9 +243,8 @@ private slots:
             QVERIFY(s.buttons.enabled(i));
     }
 
-    // Records in light years from a zoomed view; the band survives a tool
-    // change and is finished by the tool chosen last; a drawing tool never
-    // picks planets.
+    // Records in light years from a zoomed view; the band survives a tool change
+    // and is finished by the tool chosen last; drawing never picks planets.
     void annotationRecords()
     {
         Scene s(twoPlanets());

@@ -1,8 +1,7 @@
-// Every window opens within the screen's available area, keeps a minimum
-// size, and at any size above it shows no control over another or cut off;
-// whatever takes the focus shows it; the main window's map shows whole,
-// covered by nothing, drawn at the screen's device pixels. Run on a screen
-// given by VELTRO_TEST_SCREEN ("1024x768@1": logical size, device pixel ratio).
+// Every window opens on the screen, keeps a minimum size and at any size
+// above it shows every control whole with its focus marked; the map shows
+// whole at the screen's device pixels. VELTRO_TEST_SCREEN gives the screen
+// ("1024x768@1": logical size, device pixel ratio).
 
 #include "AboutDialog.h"
 #include "DetailPanel.h"
@@ -13,26 +12,20 @@
 #include "IsolatedSettings.h"
 #include "LayoutFaults.h"
 #include "LegendWindow.h"
-#include "MainWindow.h"
-#include "MapCanvasWidget.h"
-#include "OpenFileDialog.h"
-#include "OverlayButtonBar.h"
 #include "PlanetGridWindow.h"
-#include "RasterSurface.h"
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
+#include "SampleWindow.h"
 #include "ThanksDialog.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QToolButton>
 #include <functional>
 #include <memory>
 
@@ -40,17 +33,7 @@ namespace {
 
 QRect available() { return QGuiApplication::primaryScreen()->availableGeometry(); }
 
-// Shows the window and waits until the window system has placed it.
-bool shown(QWidget *w)
-{
-    w->show();
-    return QTest::qWaitForWindowExposed(w);
-}
-
-QString faultsOf(const QWidget *w)
-{
-    return layoutFaults(w).join(QStringLiteral("; "));
-}
+QString faultsOf(const QWidget *w) { return layoutFaults(w).join(QStringLiteral("; ")); }
 
 } // namespace
 
@@ -66,33 +49,22 @@ private slots:
         options.gameYear = 2403;
         gamegen::generateHistory(options, 3);
 
-        m_main = std::make_unique<MainWindow>();
-        QVERIFY(shown(m_main.get()));
-        QVERIFY(available().contains(m_main->frameGeometry()));
-        m_opening = m_main->size();
-        OpenFileDialog &dialog = m_main->openFileDialog();
-        QVERIFY(dialog.openOn(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map")));
-        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2431"));
-        dialog.confirm();
-        QVERIFY(m_main->generate());
+        m_main = std::make_unique<SampleWindow>(QStringLiteral(VELTRO_SAMPLES "/MARCHES.map"));
+        QVERIFY(available().contains(m_main->w.frameGeometry()));
+        m_opening = m_main->w.size();
         for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
-            QTest::mouseClick(m_main->overlayBar()->button(b), Qt::LeftButton);
+            m_main->press(b);
         // A planet clicked, so that the panel shows its values.
-        const GameData &d = m_main->gameData();
-        const double k = m_main->mapWidget()->width() / double(Canvas::ScaleWidth) * d.Scale;
-        for (int i = 1; i <= d.PlanetCount; ++i)
-            if (d.planet(i)[Name].text() == u"All Work")
-                QTest::mouseClick(m_main->mapWidget(), Qt::LeftButton, {},
-                                  QPoint(int(d.planet(i)[X].val() * k) + 1, int(d.planet(i)[Y].val() * k) + 1));
-        QCOMPARE(m_main->detailPanel()->valueLabel(PlanetNameLabel)->text(), QStringLiteral("All Work"));
+        m_main->click(m_main->at(m_main->named("All Work")));
+        QCOMPARE(m_main->label("PlanetName"), QStringLiteral("All Work"));
     }
 
     void mainWindowShowsAllOfTheMap_data()
     {
         QTest::addColumn<QSize>("size");
-        const QSize frame = m_main->frameGeometry().size() - m_main->size();
+        const QSize frame = m_main->w.frameGeometry().size() - m_main->w.size();
         const QSize largest = available().size() - frame;
-        const QSize least = m_main->minimumSize();
+        const QSize least = m_main->w.minimumSize();
         QTest::newRow("opening") << m_opening;
         QTest::newRow("least") << least;
         QTest::newRow("largest") << largest;
@@ -104,7 +76,7 @@ private slots:
     void mainWindowShowsAllOfTheMap()
     {
         QFETCH(QSize, size);
-        MainWindow &w = *m_main;
+        MainWindow &w = m_main->w;
         w.resize(size);
         QTRY_COMPARE(w.size(), size.expandedTo(w.minimumSize()));
         const MapCanvasWidget *map = w.mapWidget();
@@ -162,11 +134,10 @@ private slots:
     void secondaryWindowsFit()
     {
         QFETCH(std::function<QWidget *(MainWindow &)>, open);
-        QWidget *window = open(*m_main);
-        QVERIFY(shown(window));
-        QVERIFY2(available().contains(window->frameGeometry()),
-                 qPrintable(QStringLiteral("%1,%2 %3x%4").arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
-                                .arg(window->frameGeometry().width()).arg(window->frameGeometry().height())));
+        QWidget *window = open(m_main->w);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY(available().contains(window->frameGeometry()));
         QVERIFY(!window->minimumSize().isEmpty());
         QTRY_VERIFY2(layoutFaults(window).isEmpty(), qPrintable("opening: " + faultsOf(window)));
         const QSize frame = window->frameGeometry().size() - window->size();
@@ -187,17 +158,16 @@ private slots:
             QTRY_COMPARE(history->mapLabel()->pixmap().devicePixelRatio(), window->devicePixelRatioF());
         }
         window->close();
-        if (window != &m_main->openFileDialog())
+        if (window != &m_main->w.openFileDialog())
             delete window;
     }
 
 private:
-    // The main window opens where the user's last run left it, and keeps
-    // its recent games: neither comes from or goes to the user's settings.
+    // Window places and recent games neither come from nor go to the user's.
     IsolatedSettings m_settings;
     QTemporaryDir m_turns;
     RecordingSink m_sink;
-    std::unique_ptr<MainWindow> m_main;
+    std::unique_ptr<SampleWindow> m_main;
     QSize m_opening;
 };
 

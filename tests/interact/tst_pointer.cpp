@@ -1,5 +1,4 @@
-// The pointer over the map: the readout and the pick box at their edges,
-// the zoom's two corners, and the annotation tools' records and refusals.
+// The pointer over the map: readout, pick box, ring, zoom and annotations.
 
 #include "AnnotationFile.h"
 #include "InteractionHost.h"
@@ -63,56 +62,46 @@ GameData twoPlanets()
 class PointerTest : public QObject {
     Q_OBJECT
 private slots:
-    void pickBoxEdges_data()
+    // The pick box reaches 60 right of and below a planet, 20 left of and
+    // above it; the later of two in reach wins. Zoomed to six light years
+    // (Scale 1666.67) planet A sits at (1667, 1667), rounded, not floored.
+    void pickBox_data()
     {
         QTest::addColumn<float>("x");
         QTest::addColumn<float>("y");
+        QTest::addColumn<bool>("zoomed");
+        QTest::addColumn<int>("bX"); // planet B's X: 500 keeps it out of reach
         QTest::addColumn<QString>("planet");
-        QTest::newRow("60 right and below") << 1060.0f << 1060.0f << " A";
-        QTest::newRow("61 right") << 1061.0f << 1000.0f << " Deep Space";
-        QTest::newRow("61 below") << 1000.0f << 1061.0f << " Deep Space";
-        QTest::newRow("20 left and above") << 980.0f << 980.0f << " A";
-        QTest::newRow("21 left") << 979.0f << 1000.0f << " Deep Space";
-        QTest::newRow("21 above") << 1000.0f << 979.0f << " Deep Space";
-        QTest::newRow("both in reach: the later") << 1040.0f << 1040.0f << " B";
+        QTest::newRow("60 right and below") << 1060.0f << 1060.0f << false << 500 << " A";
+        QTest::newRow("61 right") << 1061.0f << 1000.0f << false << 500 << " Deep Space";
+        QTest::newRow("61 below") << 1000.0f << 1061.0f << false << 500 << " Deep Space";
+        QTest::newRow("20 left and above") << 980.0f << 980.0f << false << 500 << " A";
+        QTest::newRow("21 left") << 979.0f << 1000.0f << false << 500 << " Deep Space";
+        QTest::newRow("21 above") << 1000.0f << 979.0f << false << 500 << " Deep Space";
+        QTest::newRow("both in reach: the later") << 1040.0f << 1040.0f << false << 103 << " B";
+        QTest::newRow("zoomed: 60 right and below") << 1727.0f << 1727.0f << true << 103 << " A";
+        QTest::newRow("zoomed: 21 left") << 1646.0f << 1700.0f << true << 103 << " Deep Space";
+        QTest::newRow("zoomed: 21 above") << 1700.0f << 1646.0f << true << 103 << " Deep Space";
     }
-    void pickBoxEdges()
+    void pickBox()
     {
         QFETCH(float, x);
         QFETCH(float, y);
+        QFETCH(bool, zoomed);
+        QFETCH(int, bX);
         QFETCH(QString, planet);
         GameData d = twoPlanets();
-        d.planet(2)[X] = Value(500); // B out of the way unless asked for
-        if (QByteArray(QTest::currentDataTag()).startsWith("both"))
-            d.planet(2)[X] = Value(103);
+        d.planet(2)[X] = Value(bX);
         Scene s(std::move(d));
+        if (zoomed) {
+            s.d.OriginX = s.d.OriginY = 99;
+            s.d.FarX = s.d.FarY = 105;
+            s.d.Scale = 10000.0 / 6;
+        }
         s.pointer.mouseMove(x, y);
         QCOMPARE(s.pointer.readout().thePlanet, planet);
         QCOMPARE(s.pointer.readout().toolTip,
                  planet == u" Deep Space" ? QString() : "Click for more information on" + planet);
-    }
-
-    // Zoomed to six light years, Scale 1666.67: planet A at (100, 100) sits
-    // at canvas (1667, 1667), its position rounded, not floored.
-    void pickBoxRoundsThePlanet_data()
-    {
-        QTest::addColumn<float>("x");
-        QTest::addColumn<float>("y");
-        QTest::addColumn<QString>("planet");
-        QTest::newRow("60 right and below") << 1727.0f << 1727.0f << " A";
-        QTest::newRow("21 left") << 1646.0f << 1700.0f << " Deep Space";
-        QTest::newRow("21 above") << 1700.0f << 1646.0f << " Deep Space";
-    }
-    void pickBoxRoundsThePlanet()
-    {
-        QFETCH(float, x);
-        QFETCH(float, y);
-        Scene s(twoPlanets());
-        s.d.OriginX = s.d.OriginY = 99;
-        s.d.FarX = s.d.FarY = 105;
-        s.d.Scale = 10000.0 / 6;
-        s.pointer.mouseMove(x, y);
-        QTEST(s.pointer.readout().thePlanet, "planet");
     }
 
     // The readout floors, adds the view minimum, and keeps the planet label
@@ -137,9 +126,8 @@ private slots:
         QCOMPARE(s.pointer.readout().XYCoord, " X:500 Y:500");
     }
 
-    // The ring goes to the planet that fills the panel, the later of two;
-    // a click in deep space or with a drawing tool leaves it; it follows the
-    // planet into a zoom and hides while the view leaves the planet out.
+    // The ring marks the panel's planet; deep space and drawing leave it; it
+    // follows the planet into a zoom and hides while the view leaves it out.
     void planetRing()
     {
         Scene s(twoPlanets());
@@ -190,15 +178,21 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
-    // The shimmer stays within 150..255; a square too small divides by zero
-    // and abandoning it brings back the full view with every button.
+    // Each motion moves the square's grey by round(20 r - 10), held to 150..255;
+    // a square too small divides by zero, abandoned to the full view.
     void zoomShimmerAndTooSmall()
     {
         Scene s(twoPlanets());
         s.buttons.setPressed(ZoomInButton, true);
         s.click(1000, 1000);
+        const QList<std::pair<double, int>> steps{{0.55, 255}, {0.45, 254}, {0.0, 244}, {0.75, 249}};
+        for (const auto &[r, expected] : steps) {
+            s.zoomTool.random = [r] { return r; };
+            s.pointer.mouseMove(1004, 0);
+            QCOMPARE(s.zoomTool.box().colour, colour(expected, expected, expected));
+        }
         s.zoomTool.random = [] { return 0.0; }; // steps of -10
-        for (int i = 0; i < 11; ++i) // 145 on the eleventh
+        for (int i = 0; i < 11; ++i) // below 150 by the eleventh
             s.pointer.mouseMove(1004, 0);
         QCOMPARE(s.zoomTool.box().colour, colour(150, 150, 150));
         QVERIFY_THROWS_EXCEPTION(conv::DivisionByZeroError, s.click(0, 0));
@@ -210,9 +204,8 @@ private slots:
         QCOMPARE(s.zoom.ZoomState, int16_t(0));
     }
 
-    // Escape while the zoom is armed or its square half made: the view, the
-    // picture and the buttons are as before "Zoom In", with no redraw. Once
-    // the zoom is done, or before it is armed, there is nothing to cancel.
+    // Escape, armed or half made: all as before "Zoom In", with no redraw;
+    // before arming or once zoomed there is nothing to cancel.
     void zoomCancelled_data()
     {
         QTest::addColumn<int>("cornersClicked");
@@ -250,24 +243,8 @@ private slots:
             QVERIFY(s.buttons.enabled(i));
     }
 
-    // Each motion moves every component of the square's colour by
-    // round(20 r - 10) for the random number r, then holds it to 150..255.
-    void zoomShimmerSteps()
-    {
-        Scene s(twoPlanets());
-        s.buttons.setPressed(ZoomInButton, true);
-        s.click(1000, 1000);
-        const QList<std::pair<double, int>> steps{{0.55, 255}, {0.45, 254}, {0.0, 244}, {0.75, 249}};
-        for (const auto &[r, expected] : steps) {
-            s.zoomTool.random = [r] { return r; };
-            s.pointer.mouseMove(1004, 0);
-            QCOMPARE(s.zoomTool.box().colour, colour(expected, expected, expected));
-        }
-    }
-
-    // Records in light years from a zoomed view; the band survives a tool
-    // change and is finished by the tool chosen last; a drawing tool never
-    // picks planets.
+    // Records in light years from a zoomed view; the band survives a tool change
+    // and is finished by the tool chosen last; drawing never picks planets.
     void annotationRecords()
     {
         Scene s(twoPlanets());

@@ -1,7 +1,6 @@
 #pragma once
-// Keeps a test's settings (saved race colours) in a folder of its own, away
-// from the user's and from the test's earlier runs. Make one before the
-// first settings are read.
+// A test's settings in a folder of its own, away from the user's and from
+// earlier runs. Make one before the first settings are read.
 
 #include <QSettings>
 #include <QTemporaryDir>

@@ -1,7 +1,6 @@
 #pragma once
-// What a user sees wrong in a window's layout: a control lying over another,
-// a control cut off by the edge of what holds it, a control smaller than its
-// text or picture needs, and widgets covering one that must show whole.
+// What a user sees wrong in a layout: a control over another, cut off by
+// what holds it, or smaller than its text or picture needs.
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

@@ -1,7 +1,6 @@
 #pragma once
-// Modal windows in window tests: `open` shows one with exec(); while it
-// runs, `inside` gets it, then it is closed. True when a window of type T
-// was the one shown. Nothing is left to fire later when none opens.
+// `open` shows a modal window with exec(); `inside` gets it while it runs,
+// then it is closed. True when it was a T; nothing fires later if none opens.
 
 #include <QApplication>
 #include <QTimer>

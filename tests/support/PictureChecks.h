@@ -12,3 +12,13 @@ inline bool pictureIsBlack(const QImage &image)
                 return false;
     return true;
 }
+
+// How many pixels of `image` have exactly `colour`.
+inline int countColour(const QImage &image, const QColor &colour)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += image.pixelColor(x, y) == colour;
+    return n;
+}

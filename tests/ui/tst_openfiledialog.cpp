@@ -1,6 +1,6 @@
-// The file selection window over a real folder: which rows it shows, the
-// messages it gives, the state it keeps between showings, the map that loads
-// after moving between folders, and the folder list under the pointer.
+// The file selection window over a real folder: the rows a folder's files
+// give, the checks' messages, the state kept between showings, the map that
+// loads after moving between folders, and the folder list under the pointer.
 
 #include "OpenFileDialog.h"
 #include "RecordingSink.h"
@@ -35,7 +35,6 @@ struct Window {
             game.write(name, "");
         return dialog.openOn(game.path("game.map"));
     }
-    QString folder(const QString &name) const { return QDir(game.path(name)).absolutePath(); }
     QList<int> shownRows() const
     {
         QList<int> rows;
@@ -43,6 +42,10 @@ struct Window {
             if (dialog.check(i)->isVisibleTo(&dialog))
                 rows << i;
         return rows;
+    }
+    bool inSight(QTreeView *tree, const QModelIndex &i) const
+    {
+        return tree->viewport()->rect().contains(tree->visualRect(i).center());
     }
 };
 
@@ -54,141 +57,107 @@ class OpenFileDialogTest : public QObject {
 private slots:
     void init() { m_sink.messages.clear(); }
 
-    // The folder tree opens down to the game's folder, which is in sight.
-    void opensOnTheGamesFolder()
+    void folderGivesTheRows_data()
     {
-        Window w;
-        QVERIFY(QDir(w.game.dir()).mkpath("deep/er/still"));
-        w.game.write("deep/er/still/game.map", "");
-        auto *tree = w.dialog.findChild<QTreeView *>("Dir1");
-        auto *model = static_cast<QFileSystemModel *>(tree->model());
-        QSignalSpy read(model, &QFileSystemModel::directoryLoaded);
-        QVERIFY(w.dialog.openOn(w.game.path("deep/er/still/game.map")));
-        w.dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
-        const QModelIndex folder = model->index(w.game.path("deep/er/still"));
-        // Once the model has read the folders above it in the background.
-        QStringList above;
-        for (QModelIndex i = folder.parent(); i.isValid(); i = i.parent())
-            above << model->filePath(i);
-        const auto allRead = [&] {
-            QStringList done;
-            for (const QList<QVariant> &signal : read)
-                done << signal[0].toString();
-            return std::all_of(above.begin(), above.end(), [&](const QString &path) { return done.contains(path); });
-        };
-        QTRY_VERIFY(allRead());
-        QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(folder).center()));
-        for (QModelIndex above = folder.parent(); above.isValid(); above = above.parent())
-            QVERIFY(tree->isExpanded(above));
-        QCOMPARE(tree->currentIndex(), folder);
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QList<int>>("rows");
+        QTest::addColumn<QString>("firstRow");
+        QTest::addColumn<int>("mapFiles"); // listed, whatever their case
+        QTest::newRow("a report per player") << QStringList{"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"}
+                                             << QList<int>{1, 3} << "game.P1" << 2;
+        QTest::newRow("old style, over the players' reports")
+            << QStringList{"game.map", "game.PLA", "game.P1"} << QList<int>{0} << "Old Report game using game.PLA" << 1;
     }
-
-    void perPlayerGameShowsItsReports()
+    void folderGivesTheRows()
     {
+        QFETCH(QStringList, files);
+        QFETCH(QList<int>, rows);
+        QFETCH(QString, firstRow);
+        QFETCH(int, mapFiles);
         Window w;
-        QVERIFY(w.openOn({"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"}));
+        QVERIFY(w.openOn(files));
         const OpenFileDialog &dialog = w.dialog;
-        QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
-        QVERIFY(dialog.check(1)->isChecked());
-        QVERIFY(dialog.check(3)->isChecked());
-        QCOMPARE(dialog.check(3)->text(), QStringLiteral("game.P3"));
-        QVERIFY(dialog.player(1)->isChecked());
-        QVERIFY(!dialog.player(3)->isChecked());
-        QVERIFY(dialog.yearBox(3)->isVisibleTo(&dialog));
-        QVERIFY(dialog.raceHint()->isVisibleTo(&dialog));
+        QCOMPARE(w.shownRows(), rows);
+        QCOMPARE(dialog.check(rows[0])->text(), firstRow);
+        const bool perPlayer = rows[0] > 0;
+        for (int row : rows) {
+            QVERIFY(dialog.check(row)->isChecked());
+            QCOMPARE(dialog.player(row)->isVisibleTo(&dialog), perPlayer);
+            QCOMPARE(dialog.yearBox(row)->isVisibleTo(&dialog), perPlayer);
+        }
+        QCOMPARE(dialog.raceHint()->isVisibleTo(&dialog), perPlayer);
         QVERIFY(dialog.loadButton()->isEnabled());
-        QCOMPARE(w.data.OwnRace, int16_t(1));
         QCOMPARE(w.data.GameDir, dialog.folder());
         QVERIFY(m_sink.messages.isEmpty());
-
-        // The file list shows map files whatever their case, and nothing else.
-        QFileSystemModel *files = qobject_cast<QFileSystemModel *>(dialog.fileList()->model());
-        QVERIFY(files);
-        QTRY_COMPARE(files->rowCount(dialog.fileList()->rootIndex()), 2);
-
-        // Choosing another race moves the option.
-        dialog.player(3)->click();
-        QCOMPARE(w.data.OwnRace, int16_t(3));
-        QVERIFY(!dialog.player(1)->isChecked());
-    }
-
-    void oldStyleGameShowsOneRow()
-    {
-        Window w;
-        QVERIFY(w.openOn({"game.map", "game.PLA", "game.P1"}));
-        QCOMPARE(w.shownRows(), QList<int>{0});
-        QCOMPARE(w.dialog.check(0)->text(), QStringLiteral("Old Report game using game.PLA"));
-        QVERIFY(!w.dialog.player(0)->isVisibleTo(&w.dialog));
-        QVERIFY(!w.dialog.yearBox(0)->isVisibleTo(&w.dialog));
-        QVERIFY(!w.dialog.raceHint()->isVisibleTo(&w.dialog));
-    }
-
-    void mapWithoutReportsLeavesTheRows()
-    {
-        Window w;
-        QVERIFY(w.openOn({"game.map", "game.P2", "lonely.map"}));
-        w.dialog.clickMapFile(QStringLiteral("lonely.map"));
-        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("No Player files found for this map")});
-        QCOMPARE(w.shownRows(), QList<int>{2});
+        QTRY_COMPARE(dialog.fileList()->model()->rowCount(dialog.fileList()->rootIndex()), mapFiles);
         QVERIFY(!w.dialog.openOn(w.game.path("missing.map")));
     }
 
-    // The checks' messages in their order, and what each leaves of the rows.
-    void confirmReportsTheFirstFailingCheck()
+    // The first failing check's message, in the checks' order.
+    void confirmChecks_data()
     {
+        QTest::addColumn<QString>("gameYear");
+        QTest::addColumn<QString>("reportYear"); // of player 3
+        QTest::addColumn<bool>("ownIncluded");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("report year, no game year") << "" << "2401" << true
+                                                   << "You have entered Years for player files but not for the Game";
+        QTest::newRow("report newer than the game") << "2400" << "2401" << true
+                                                    << "One or more game files has a Year higher then the Game Year";
+        QTest::newRow("own race left out") << "2400" << "2401" << false
+                                           << "You have not included the datafile you have selected as your race";
+        QTest::newRow("report of the game's year") << "2400" << "2400" << true << "";
+    }
+    void confirmChecks()
+    {
+        QFETCH(QString, gameYear);
+        QFETCH(QString, reportYear);
+        QFETCH(bool, ownIncluded);
+        QFETCH(QString, message);
         Window w;
         QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
         OpenFileDialog &dialog = w.dialog;
         dialog.show();
-
-        // Report years without a game year.
-        QTest::keyClicks(dialog.yearBox(3), QStringLiteral("2401"));
+        QTest::keyClicks(dialog.gameYearBox(), gameYear);
+        QTest::keyClicks(dialog.yearBox(3), reportYear);
+        if (!ownIncluded) {
+            dialog.check(1)->click();
+            QCOMPARE(w.data.GameFiles[1].included, QStringLiteral("0"));
+        }
         dialog.loadButton()->click();
-        // A report newer than the game.
-        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2400"));
-        dialog.loadButton()->click();
-        QCOMPARE(m_sink.messages,
-                 (QStringList{QStringLiteral("You have entered Years for player files but not for the Game"),
-                              QStringLiteral("One or more game files has a Year higher then the Game Year")}));
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.yearBox(3)->text(), QStringLiteral("2401"));
-
-        // Leaving out the own race rebuilds the rows from the folder.
-        m_sink.messages.clear();
-        dialog.check(1)->click();
-        QCOMPARE(w.data.GameFiles[1].included, QStringLiteral("0"));
-        dialog.loadButton()->click();
-        QCOMPARE(m_sink.messages,
-                 QStringList{QStringLiteral("You have not included the datafile you have selected as your race")});
-        QVERIFY(dialog.check(1)->isChecked());
-        QVERIFY(dialog.yearBox(3)->text().isEmpty());
-        QVERIFY(dialog.isVisible());
-
-        // A report year equal to the game year passes; empty years take it.
-        m_sink.messages.clear();
-        dialog.yearBox(3)->setText(QStringLiteral("2400"));
-        dialog.loadButton()->click();
+        if (!message.isEmpty()) {
+            QCOMPARE(m_sink.messages, QStringList{message});
+            QVERIFY(dialog.isVisible());
+            // Leaving out the own race rebuilds the rows from the folder; else they stay.
+            QVERIFY(dialog.check(1)->isChecked());
+            QCOMPARE(dialog.yearBox(3)->text().isEmpty(), !ownIncluded);
+            return;
+        }
         QVERIFY(m_sink.messages.isEmpty());
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(w.data.OpenFileCancelled, int16_t(0));
         QCOMPARE(w.data.GameYear, int16_t(2400));
-        QCOMPARE(w.data.GameFiles[1].year, QStringLiteral("2400"));
+        QCOMPARE(w.data.GameFiles[1].year, QStringLiteral("2400")); // an empty year takes the game's
     }
 
-    void rowsStayBetweenShowings()
+    void ownRaceAndRowsStayBetweenShowings()
     {
         Window w;
         QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
         OpenFileDialog &dialog = w.dialog;
         dialog.show();
+        QCOMPARE(w.data.OwnRace, int16_t(1));
+        QVERIFY(dialog.player(1)->isChecked() && !dialog.player(3)->isChecked());
+        dialog.player(3)->click();
+        QCOMPARE(w.data.OwnRace, int16_t(3));
+        QVERIFY(!dialog.player(1)->isChecked());
+
         dialog.check(3)->click();
         dialog.yearBox(1)->setText(QStringLiteral("2405"));
         dialog.cancelButton()->click();
         QVERIFY(!dialog.isVisible());
         QCOMPARE(w.data.OpenFileCancelled, int16_t(1));
-
         dialog.show();
         QCOMPARE(dialog.folder(), QDir(w.game.dir()).absolutePath());
         QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
@@ -203,11 +172,9 @@ private slots:
         QCOMPARE(w.data.GameFiles[3].included, QStringLiteral("0"));
     }
 
-    // A click on a folder picks that folder: the list does not move under
-    // the pointer, so a pointer that stirs while pressed stays on it. (Tests
-    // beside this one add folders to the temporary folder above, which may
-    // move the list afterwards, as any change of the folders does.)
-    void aClickPicksTheFolderUnderThePointer()
+    // The folder tree opens down to the game's folder, in sight; a click on
+    // another folder picks it without the list moving under the pointer.
+    void folderTreeFollowsTheGameAndThePointer()
     {
         Window w;
         QStringList folders;
@@ -218,12 +185,19 @@ private slots:
         w.game.write("f05/game.map", "");
         QTreeView *tree = w.dialog.folderList();
         auto *model = static_cast<QFileSystemModel *>(tree->model());
+        QSignalSpy read(model, &QFileSystemModel::directoryLoaded);
         QVERIFY(w.dialog.openOn(w.game.path("f05/game.map")));
         w.dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
-        // The game's folder read and sorted, its folder in sight.
+        // Wait until the model has read, in the background, every folder above it.
+        QStringList above;
+        for (QModelIndex i = model->index(w.game.dir()); i.isValid(); i = i.parent())
+            above << model->filePath(i);
+        QTRY_VERIFY(std::all_of(above.begin(), above.end(), [&](const QString &path) {
+            return std::any_of(read.begin(), read.end(), [&](const QList<QVariant> &s) { return s[0] == path; });
+        }));
         const QModelIndex parent = model->index(w.game.dir());
-        const auto listed = [&] {
+        const auto listed = [&] { // read and sorted
             QStringList names;
             for (int r = 0; r < model->rowCount(parent); ++r)
                 names << model->fileName(model->index(r, 0, parent));
@@ -231,7 +205,10 @@ private slots:
         };
         QTRY_COMPARE(listed(), folders);
         const QModelIndex f05 = model->index(w.game.path("f05"));
-        QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(f05).center()));
+        QTRY_VERIFY(w.inSight(tree, f05));
+        for (QModelIndex i = f05.parent(); i.isValid(); i = i.parent())
+            QVERIFY(tree->isExpanded(i));
+        QCOMPARE(tree->currentIndex(), f05);
 
         const QModelIndex target = model->index(w.game.path("f08"));
         const QRect before = tree->visualRect(target);
@@ -239,7 +216,7 @@ private slots:
         QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, before.center());
         QTest::mouseMove(tree->viewport(), before.center());
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, before.center());
-        QCOMPARE(w.dialog.folder(), w.folder("f08"));
+        QCOMPARE(w.dialog.folder(), QDir(w.game.path("f08")).absolutePath());
         QCOMPARE(tree->currentIndex(), target);
         QCOMPARE(tree->visualRect(target), before);
     }

@@ -12,25 +12,9 @@
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QHeaderView>
-#include <QHelpEvent>
-#include <QImageReader>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QSlider>
-#include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
-#include <QToolButton>
-#include <QToolTip>
+#include <QtWidgets>
 
 namespace {
 
@@ -258,18 +242,9 @@ private slots:
         const int coloured = countColour(picture, QRect(40, 40, 16, 16), QColor(64, 64, 64).rgb() & 0xFFFFFF);
         QVERIFY(coloured > 64 && coloured < 250);
         QCOMPARE(picture.pixelColor(3, 3), QColor(Qt::black));
-
-        QSignalSpy stored(&w, &RaceColourWindow::colourStored);
-        w.show();
-        w.okButton()->click();
-        QVERIFY(!w.isVisible());
-        QCOMPARE(d.raceColour(3), 64 + 256 * 64 + 65536 * 64);
-        QCOMPARE(stored.size(), 1);
-        QCOMPARE(stored[0][0].toInt(), 2);
     }
 
-    // The key's picture, sampled where its shapes and lines must be; "OK"
-    // hides the one window, which shows again.
+    // The key's picture, sampled where its shapes and lines must be.
     void keyPicture()
     {
         LegendWindow legend;
@@ -303,10 +278,8 @@ private slots:
 
         QCOMPARE(legend.okButton()->text(), QStringLiteral("OK"));
         legend.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&legend));
         legend.okButton()->click();
         QVERIFY(!legend.isVisible());
-        QCOMPARE(legend.result(), int(QDialog::Accepted));
     }
 
     void historyStepsThroughTheYears()

@@ -6,18 +6,9 @@
 #include "RecordingSink.h"
 #include "TestGame.h"
 
-#include <QCheckBox>
-#include <QDir>
-#include <QFileSystemModel>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTreeView>
-#include <algorithm>
+#include <QtWidgets>
 
 namespace {
 
@@ -56,42 +47,6 @@ class OpenFileDialogTest : public QObject {
 
 private slots:
     void init() { m_sink.messages.clear(); }
-
-    void folderGivesTheRows_data()
-    {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QList<int>>("rows");
-        QTest::addColumn<QString>("firstRow");
-        QTest::addColumn<int>("mapFiles"); // listed, whatever their case
-        QTest::newRow("a report per player") << QStringList{"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"}
-                                             << QList<int>{1, 3} << "game.P1" << 2;
-        QTest::newRow("old style, over the players' reports")
-            << QStringList{"game.map", "game.PLA", "game.P1"} << QList<int>{0} << "Old Report game using game.PLA" << 1;
-    }
-    void folderGivesTheRows()
-    {
-        QFETCH(QStringList, files);
-        QFETCH(QList<int>, rows);
-        QFETCH(QString, firstRow);
-        QFETCH(int, mapFiles);
-        Window w;
-        QVERIFY(w.openOn(files));
-        const OpenFileDialog &dialog = w.dialog;
-        QCOMPARE(w.shownRows(), rows);
-        QCOMPARE(dialog.check(rows[0])->text(), firstRow);
-        const bool perPlayer = rows[0] > 0;
-        for (int row : rows) {
-            QVERIFY(dialog.check(row)->isChecked());
-            QCOMPARE(dialog.player(row)->isVisibleTo(&dialog), perPlayer);
-            QCOMPARE(dialog.yearBox(row)->isVisibleTo(&dialog), perPlayer);
-        }
-        QCOMPARE(dialog.raceHint()->isVisibleTo(&dialog), perPlayer);
-        QVERIFY(dialog.loadButton()->isEnabled());
-        QCOMPARE(w.data.GameDir, dialog.folder());
-        QVERIFY(m_sink.messages.isEmpty());
-        QTRY_COMPARE(dialog.fileList()->model()->rowCount(dialog.fileList()->rootIndex()), mapFiles);
-        QVERIFY(!w.dialog.openOn(w.game.path("missing.map")));
-    }
 
     // The first failing check's message, in the checks' order.
     void confirmChecks_data()
@@ -147,6 +102,8 @@ private slots:
         QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
         OpenFileDialog &dialog = w.dialog;
         dialog.show();
+        QCOMPARE(w.data.GameDir, dialog.folder());
+        QVERIFY(!dialog.openOn(w.game.path("missing.map")));
         QCOMPARE(w.data.OwnRace, int16_t(1));
         QVERIFY(dialog.player(1)->isChecked() && !dialog.player(3)->isChecked());
         dialog.player(3)->click();
@@ -221,8 +178,8 @@ private slots:
         QCOMPARE(tree->visualRect(target), before);
     }
 
-    // Three games in three folders: the map shown above the rows is the map
-    // that loads, whether the folder changed since or not.
+    // Three games in three folders: the rows each gives, and the map shown
+    // above them is the map that loads, whether the folder changed since or not.
     void theShownMapIsTheOneThatLoads()
     {
         Window w;
@@ -231,9 +188,13 @@ private slots:
             QVERIFY(QDir(g.dir()).mkdir(QLatin1String(folder)));
         g.writeMap({{"Home", 1100, 1100}, {"Reports", 1200, 1200}}, "reports/game.map");
         g.writeReport("reports/game.P1", {homeLine()});
+        g.writeReport("reports/game.P3", {});
+        g.write("reports/OTHER.MAP", "");
+        g.write("reports/notes.txt", "");
         g.writeMap({{"Home", 1100, 1100}, {"Bare", 1200, 1200}}, "bare/lone.map");
         g.writeMap({{"Home", 1100, 1100}, {"Old", 1200, 1200}}, "old/old.map");
         g.writeReport("old/old.PLA", {homeLine()});
+        g.writeReport("old/old.P1", {homeLine()});
 
         struct Step {
             const char *folder;   // moved to
@@ -241,14 +202,17 @@ private slots:
             const char *shown;    // the map above the rows
             const char *marked;   // the file that looks chosen in the file list
             QList<int> rows;
+            const char *firstRow; // its caption
+            int mapFiles;         // in the file list, whatever their case
             const char *loaded;   // the second planet of what loads
         };
         const Step steps[] = {
-            {"reports", "game.map", "reports/game.map", "game.map", {1}, "Reports"},
-            {"bare", nullptr, "reports/game.map", "", {1}, "Reports"},
+            {"reports", "game.map", "reports/game.map", "game.map", {1, 3}, "game.P1", 2, "Reports"},
+            {"bare", nullptr, "reports/game.map", "", {1, 3}, "game.P1", 1, "Reports"},
             // No reports: the message, and the rows stay those of the game before.
-            {"bare", "lone.map", "bare/lone.map", "lone.map", {1}, "Bare"},
-            {"old", "old.map", "old/old.map", "old.map", {0}, "Old"},
+            {"bare", "lone.map", "bare/lone.map", "lone.map", {1, 3}, "game.P1", 1, "Bare"},
+            // An old style game's one report outweighs the players' reports.
+            {"old", "old.map", "old/old.map", "old.map", {0}, "Old Report game using old.PLA", 1, "Old"},
         };
         for (const Step &step : steps) {
             w.dialog.goToFolder(g.path(QLatin1String(step.folder)));
@@ -258,6 +222,15 @@ private slots:
             QCOMPARE(w.dialog.chosenMap()->accessibleName(), QStringLiteral("Map file: %1\nFolder: %2")
                                                        .arg(shown.fileName(), QDir::toNativeSeparators(shown.absolutePath())));
             QCOMPARE(w.shownRows(), step.rows);
+            QCOMPARE(w.dialog.check(step.rows[0])->text(), QLatin1String(step.firstRow));
+            const bool perPlayer = step.rows[0] > 0;
+            QCOMPARE(w.dialog.raceHint()->isVisibleTo(&w.dialog), perPlayer);
+            for (int row : step.rows) {
+                QVERIFY(w.dialog.check(row)->isChecked());
+                QCOMPARE(w.dialog.player(row)->isVisibleTo(&w.dialog), perPlayer);
+                QCOMPARE(w.dialog.yearBox(row)->isVisibleTo(&w.dialog), perPlayer);
+            }
+            QTRY_COMPARE(w.dialog.fileList()->model()->rowCount(w.dialog.fileList()->rootIndex()), step.mapFiles);
             const QModelIndex current = w.dialog.fileList()->currentIndex();
             QCOMPARE(current.isValid() ? current.data().toString() : QString(), QLatin1String(step.marked));
 

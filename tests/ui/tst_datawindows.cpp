@@ -111,6 +111,15 @@ private slots:
         options.players = 3;
         options.gameYear = LastYear;
         gamegen::generateHistory(options, 4);
+        // One history window for the cases on these turns: it reads them once.
+        m_history = std::make_unique<HistoryWindow>(m_turns.path(), OverlayButtons{});
+        QSignalSpy loaded(m_history.get(), &HistoryWindow::loadingFinished);
+        m_history->show();
+        QVERIFY(!m_history->saveAnimationAction()->isEnabled());
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
+        QVERIFY(m_history->isLoaded());
+        QVERIFY(m_history->saveAnimationAction()->isEnabled());
+        QVERIFY(m_sink.messages.isEmpty());
     }
     void init() { m_sink.messages.clear(); }
 
@@ -284,14 +293,10 @@ private slots:
 
     void historyStepsThroughTheYears()
     {
-        HistoryWindow w(m_turns.path(), OverlayButtons{});
-        QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
-        w.show();
+        HistoryWindow &w = *m_history;
         // The arrows are the window's shortcuts: they act only in the active window.
+        w.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&w));
-        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000); // may have come while waiting above
-        QVERIFY(w.isLoaded());
-        QVERIFY(m_sink.messages.isEmpty());
         verifyAccessibleNames(w);
         // No button pressed in the main window: the usual three layers.
         for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
@@ -348,12 +353,6 @@ private slots:
         QFETCH(QString, message);
         QTemporaryDir out;
         name = name.arg(out.path());
-        HistoryWindow w(m_turns.path(), OverlayButtons{});
-        QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
-        w.show();
-        QVERIFY(!w.saveAnimationAction()->isEnabled());
-        QVERIFY(loaded.wait(20000));
-        QVERIFY(w.saveAnimationAction()->isEnabled());
         // File > Save Animation, the name typed into the file dialog.
         QTimer::singleShot(0, [name] {
             QTRY_VERIFY(qobject_cast<QFileDialog *>(QApplication::activeModalWidget()));
@@ -361,7 +360,7 @@ private slots:
             edit->setText(name);
             QTest::keyClick(edit, Qt::Key_Return);
         });
-        w.saveAnimationAction()->trigger();
+        m_history->saveAnimationAction()->trigger();
         if (!message.isEmpty()) {
             QCOMPARE(m_sink.messages.size(), 1);
             QVERIFY2(m_sink.messages.first().contains(message), qPrintable(m_sink.messages.first()));
@@ -398,6 +397,7 @@ private slots:
 private:
     QTemporaryDir m_turns;
     RecordingSink m_sink;
+    std::unique_ptr<HistoryWindow> m_history;
 };
 
 QTEST_MAIN(DataWindowsTest)

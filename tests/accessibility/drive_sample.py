@@ -44,14 +44,10 @@ def find(root, match, what, timeout=60.0):
     return wait_for(lambda: next((n for n in walk(root) if match(n)), None), what, timeout)
 
 
-def showing(node):
-    return node.getState().contains(pyatspi.STATE_SHOWING)
-
-
 def control(root, roles, name, timeout=60.0, only_showing=False):
     """The control of one of `roles` ("a|b") called `name`."""
     return find(root, lambda n: n.getRoleName() in roles.split("|") and n.name == name
-                and (not only_showing or showing(n)), "%s %r" % (roles, name), timeout)
+                and (not only_showing or n.getState().contains(pyatspi.STATE_SHOWING)), "%s %r" % (roles, name), timeout)
 
 
 def application():
@@ -102,8 +98,10 @@ def labelled(root, caption):
     raise SystemExit("%r labels nothing" % caption)
 
 
-def panel(app, field):
-    return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name, "panel " + field)
+def panel(app, field, name=None):
+    """The detail panel's `field`, once it shows `name` (or any name)."""
+    return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name
+                and name in (None, n.name), "%s %s" % (field, name))
 
 
 def read_statistics(app, game):
@@ -133,8 +131,7 @@ def find_planet(app):
     click(open_menu(app, "Edit", "Find Planet\u2026"))
     control(app, "text", "Find Planet", only_showing=True).queryEditableText().setTextContents("zarq")
     key(RETURN)
-    find(app, lambda n: n.getRoleName() == "label" and n.description == "PlanetName" and n.name == "Zarquon", "Zarquon")
-    print("found: Zarquon")
+    print("found:", panel(app, "PlanetName", "Zarquon").name)
 
 
 def main():

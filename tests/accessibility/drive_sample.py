@@ -50,14 +50,6 @@ def control(root, roles, name, timeout=60.0, only_showing=False):
                 and (not only_showing or n.getState().contains(pyatspi.STATE_SHOWING)), "%s %r" % (roles, name), timeout)
 
 
-def application():
-    def veltro():
-        desktop = pyatspi.Registry.getDesktop(0)
-        apps = (desktop.getChildAtIndex(i) for i in range(desktop.childCount))
-        return next((a for a in apps if a is not None and a.name == "Veltro Marches"), None)
-    return wait_for(veltro, "the program on the accessibility bus")
-
-
 def press(node, action):
     act = node.queryAction()
     act.doAction([act.getName(i) for i in range(act.nActions)].index(action))
@@ -137,7 +129,7 @@ def find_planet(app):
 def main():
     program = subprocess.Popen([VELTRO, SAMPLE])
     try:
-        app = application()
+        app = control(pyatspi.Registry.getDesktop(0), "application", "Veltro Marches")
         control(app, "text", "Current Game Year:").queryEditableText().setTextContents("2431")
         press(control(app, "push button", "Load & Generate Data"), "Press")
         for name in ("Show Universe", "Show Borders", "Show Planets Owned"):

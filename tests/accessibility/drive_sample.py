@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """Drives the desktop program through the accessibility interface (AT-SPI),
-as a screen reader or a GUI test tool does: loads the sample game from the
-file selection window, presses overlay buttons by their toggle action, clicks
-a planet and reads the detail panel, opens Empire Statistics and reads its
-figures by their captions, finds a planet by its name and finds the turn's
-tools by theirs. Exits 0 when all of it worked."""
+as a screen reader or a GUI test tool does: loads the sample game, presses
+overlay buttons by their toggle action, clicks a planet and reads the detail
+panel, reads Empire Statistics by their captions against the CLI's export,
+finds a planet by its name and the turn's tools by theirs. Exits 0 when all
+of it worked."""
 
 import json
 import subprocess
@@ -13,7 +13,8 @@ import time
 
 import pyatspi
 
-VELTRO, CLI, SAMPLE = sys.argv[1], sys.argv[2], sys.argv[3]
+VELTRO, CLI, SAMPLE = sys.argv[1:4]
+ESCAPE, RETURN = 0xff1b, 0xff0d
 
 
 def walk(node):
@@ -26,75 +27,43 @@ def walk(node):
 
 # Waits are for a state, and long: a slow machine must not decide the verdict.
 # CTest's own time limit ends a run that never gets there.
-def find(root, predicate, timeout=60.0):
+def wait_for(get, what, timeout=60.0):
     end = time.time() + timeout
     while time.time() < end:
-        for node in walk(root):
-            try:
-                if predicate(node):
-                    return node
-            except Exception:
-                pass
+        try:
+            found = get()
+            if found is not None:
+                return found
+        except Exception:  # a node went away while it was read
+            pass
         time.sleep(0.2)
-    raise SystemExit("not found: " + predicate.__doc__ if predicate.__doc__ else "a control was not found")
+    raise SystemExit("not found: " + what)
 
 
-def application():
-    end = time.time() + 60
-    while time.time() < end:
-        desktop = pyatspi.Registry.getDesktop(0)
-        for i in range(desktop.childCount):
-            app = desktop.getChildAtIndex(i)
-            if app is not None and app.name == "Veltro Marches":
-                return app
-        time.sleep(0.2)
-    raise SystemExit("the program did not appear on the accessibility bus")
+def find(root, match, what, timeout=60.0):
+    return wait_for(lambda: next((n for n in walk(root) if match(n)), None), what, timeout)
+
+
+def control(root, roles, name, timeout=60.0, only_showing=False):
+    """The control of one of `roles` ("a|b") called `name`."""
+    return find(root, lambda n: n.getRoleName() in roles.split("|") and n.name == name
+                and (not only_showing or n.getState().contains(pyatspi.STATE_SHOWING)), "%s %r" % (roles, name), timeout)
 
 
 def press(node, action):
     act = node.queryAction()
-    names = [act.getName(i) for i in range(act.nActions)]
-    act.doAction(names.index(action))
+    act.doAction([act.getName(i) for i in range(act.nActions)].index(action))
+
+
+def click_at(x, y):
+    pyatspi.Registry.generateMouseEvent(x, y, pyatspi.MOUSE_ABS)
+    pyatspi.Registry.generateMouseEvent(x, y, "b1c")
 
 
 def click(node):
     """Clicks the middle of a node on screen, as the user's pointer would."""
     box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    x, y = box.x + box.width // 2, box.y + box.height // 2
-    pyatspi.Registry.generateMouseEvent(x, y, pyatspi.MOUSE_ABS)
-    pyatspi.Registry.generateMouseEvent(x, y, "b1c")
-
-
-def labelled(root, caption):
-    """The node that the label `caption` labels."""
-    label = find(root, lambda n: n.getRoleName() == "label" and n.name == caption)
-    for relation in label.getRelationSet():
-        if relation.getRelationType() == pyatspi.RELATION_LABEL_FOR:
-            return relation.getTarget(0)
-    raise SystemExit("%r labels nothing" % caption)
-
-
-def read_statistics(app, game):
-    """Opens Empire Statistics from the menu by pointer (a modal window would
-    hold an action's reply until it closes) and reads the own race's figures."""
-    click(find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == "Data"))
-    click(find(app, lambda n: n.getRoleName() == "menu item" and n.name == "Empire Statistics"
-               and n.getState().contains(pyatspi.STATE_SHOWING)))
-    stats = find(app, lambda n: n.getRoleName() == "dialog" and n.name == "Empire Statistics")
-    race = next(p for p in game["Players"] if p["RaceName"] == game["OwnRaceName"])
-    for caption, field in (("Total Planets:", "TotalPlanets"), ("Population:", "TotalPopulation"),
-                           ("Territory:", "Territory")):
-        value = labelled(stats, caption)
-        print("statistics:", caption, value.name)
-        if value.name != str(race[field]):
-            raise SystemExit("%s reads %r, the game has %r" % (caption, value.name, race[field]))
-    average = "Average Population: %d" % (race["TotalPopulation"] // race["TotalPlanets"])
-    find(stats, lambda n: n.getRoleName() == "label" and n.name == average)
-    press(find(stats, lambda n: n.getRoleName() == "push button" and n.name == "Close"), "Press")
-
-
-def showing(node):
-    return node.getState().contains(pyatspi.STATE_SHOWING)
+    click_at(box.x + box.width // 2, box.y + box.height // 2)
 
 
 def key(keysym):
@@ -104,62 +73,82 @@ def key(keysym):
 def open_menu(app, title, entry):
     """Clicks the menu `title` until its `entry` shows: a click while a
     window that has just closed still holds the pointer opens nothing."""
-    end = time.time() + 60
-    while time.time() < end:
-        click(find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == title))
+    for _ in range(20):
+        click(control(app, "menu|menu item", title))
         try:
-            return find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == entry and showing(n),
-                        timeout=3)
+            return control(app, "menu|menu item", entry, timeout=3, only_showing=True)
         except SystemExit:
-            key(0xff1b)  # Escape, in case the menu opened late
+            key(ESCAPE)  # in case the menu opened late
     raise SystemExit("the menu %s never showed %s" % (title, entry))
+
+
+def labelled(root, caption):
+    """The node that the label `caption` labels."""
+    for relation in control(root, "label", caption).getRelationSet():
+        if relation.getRelationType() == pyatspi.RELATION_LABEL_FOR:
+            return relation.getTarget(0)
+    raise SystemExit("%r labels nothing" % caption)
+
+
+def panel(app, field, name=None):
+    """The detail panel's `field`, once it shows `name` (or any name)."""
+    return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name
+                and name in (None, n.name), "%s %s" % (field, name))
+
+
+def read_statistics(app, game):
+    """Opens Empire Statistics by pointer (a modal window would hold an
+    action's reply until it closes) and reads the own race's figures."""
+    click(open_menu(app, "Data", "Empire Statistics"))
+    stats = control(app, "dialog", "Empire Statistics")
+    race = next(p for p in game["Players"] if p["RaceName"] == game["OwnRaceName"])
+    for caption, field in (("Total Planets:", "TotalPlanets"), ("Population:", "TotalPopulation"),
+                           ("Territory:", "Territory")):
+        value = labelled(stats, caption)
+        print("statistics:", caption, value.name)
+        if value.name != str(race[field]):
+            raise SystemExit("%s reads %r, the game has %r" % (caption, value.name, race[field]))
+    control(stats, "label", "Average Population: %d" % (race["TotalPopulation"] // race["TotalPlanets"]))
+    press(control(stats, "push button", "Close"), "Press")
 
 
 def find_planet(app):
     """Finds the new turn's entries in the File menu and the Measure tool by
     their names, then a planet from Edit > Find Planet..., its name typed in
     part and in another case, and reads the panel."""
-    find(app, lambda n: n.getRoleName() == "radio button" and n.name == "Measure")
+    control(app, "radio button", "Measure")
     open_menu(app, "File", "Reload")
-    find(app, lambda n: n.getRoleName() in ("menu", "menu item") and n.name == "Recent Games" and showing(n))
-    key(0xff1b)  # Escape closes the menu
+    control(app, "menu|menu item", "Recent Games", only_showing=True)
+    key(ESCAPE)
     click(open_menu(app, "Edit", "Find Planet\u2026"))
-    field = find(app, lambda n: n.getRoleName() == "text" and n.name == "Find Planet" and showing(n))
-    field.queryEditableText().setTextContents("zarq")
-    key(0xff0d)  # Return
-    find(app, lambda n: n.getRoleName() == "label" and n.description == "PlanetName" and n.name == "Zarquon")
-    print("found: Zarquon")
+    control(app, "text", "Find Planet", only_showing=True).queryEditableText().setTextContents("zarq")
+    key(RETURN)
+    print("found:", panel(app, "PlanetName", "Zarquon").name)
 
 
 def main():
     program = subprocess.Popen([VELTRO, SAMPLE])
     try:
-        app = application()
-        year = find(app, lambda n: n.getRoleName() == "text" and n.name == "Current Game Year:")
-        year.queryEditableText().setTextContents("2431")
-        press(find(app, lambda n: n.getRoleName() == "push button" and n.name == "Load & Generate Data"), "Press")
+        app = control(pyatspi.Registry.getDesktop(0), "application", "Veltro Marches")
+        control(app, "text", "Current Game Year:").queryEditableText().setTextContents("2431")
+        press(control(app, "push button", "Load & Generate Data"), "Press")
         for name in ("Show Universe", "Show Borders", "Show Planets Owned"):
-            button = find(app, lambda n, name=name: n.name == name and n.getState().contains(pyatspi.STATE_ENABLED))
-            press(button, "Toggle")
-            find(app, lambda n, name=name: n.name == name and n.getState().contains(pyatspi.STATE_CHECKED))
+            press(find(app, lambda n: n.name == name and n.getState().contains(pyatspi.STATE_ENABLED), name), "Toggle")
+            find(app, lambda n: n.name == name and n.getState().contains(pyatspi.STATE_CHECKED), name + " pressed")
 
         # Click the planet "All Work" of the sample: its place on the map from
         # the map's extents on screen and the game's view scale.
         game = json.loads(subprocess.run([CLI, "export", SAMPLE, "--year", "2431"], check=True,
                                          capture_output=True).stdout)
         planet = next(p for p in game["Planets"] if p["Name"] == "All Work")
-        box = find(app, lambda n: n.name == "Map").queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        box = find(app, lambda n: n.name == "Map", "Map").queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         per_unit = box.width / 10020.0
-        x = box.x + int(planet["X"] * game["Scale"] * per_unit) + 1
-        y = box.y + int(planet["Y"] * game["Scale"] * per_unit) + 1
-        pyatspi.Registry.generateMouseEvent(x, y, pyatspi.MOUSE_ABS)
-        pyatspi.Registry.generateMouseEvent(x, y, "b1c")
-
-        name = find(app, lambda n: n.getRoleName() == "label" and n.description == "PlanetName" and n.name)
-        owner = find(app, lambda n: n.getRoleName() == "label" and n.description == "Owner" and n.name)
-        print("panel:", name.name, "/", owner.name)
-        if name.name != "All Work" or owner.name != planet["Owner"]:
-            raise SystemExit("the panel shows %r of %r" % (name.name, owner.name))
+        click_at(box.x + int(planet["X"] * game["Scale"] * per_unit) + 1,
+                 box.y + int(planet["Y"] * game["Scale"] * per_unit) + 1)
+        name, owner = panel(app, "PlanetName").name, panel(app, "Owner").name
+        print("panel:", name, "/", owner)
+        if name != "All Work" or owner != planet["Owner"]:
+            raise SystemExit("the panel shows %r of %r" % (name, owner))
         read_statistics(app, game)
         find_planet(app)
     finally:

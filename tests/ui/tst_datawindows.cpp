@@ -1,29 +1,24 @@
-// The planet grid, empire statistics and race colour windows driven
-// offscreen: heading clicks, copying, the minimum size, the range prompts
-// and their refusal, the colour editor's OK rule, and accessible names.
+// The secondary windows driven offscreen: the planet grid's sorting and
+// copying, the empire statistics and their range prompts, the colour
+// editor's OK rule, the key's picture, and the history window on four
+// generated turns (stepping, play, layers, saving the animation).
 
 #include "AccessibleText.h"
 #include "EmpireStatWindow.h"
+#include "GameGenerator.h"
+#include "HistoryWindow.h"
+#include "LegendWindow.h"
 #include "PlanetGridWindow.h"
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
 
-#include <QAccessible>
-#include <QClipboard>
-#include <QComboBox>
-#include <QApplication>
-#include <QGuiApplication>
-#include <QHelpEvent>
-#include <QLabel>
-#include <QHeaderView>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QSlider>
-#include <QTableView>
 #include <QTest>
-#include <QToolTip>
+#include <QtWidgets>
 
 namespace {
+
+constexpr int LastYear = 2412;
 
 // Vorn, race 2 and the own race, owns the second and third planets; the
 // Humans own none.
@@ -71,27 +66,60 @@ void clickHeading(PlanetGridWindow &w, int column, Qt::MouseButton button)
     QTest::mouseClick(heading->viewport(), button, {}, at);
 }
 
-// Every button, list, slider and table that `window` shows has a name for
-// screen readers.
+// Every control `window` shows has a name for screen readers.
 void verifyAccessibleNames(QWidget &window)
 {
     int checked = 0;
-    for (QWidget *w : window.findChildren<QWidget *>()) {
-        if (!w->isVisibleTo(&window) || !(w->inherits("QAbstractButton") || w->inherits("QComboBox")
-                                          || w->inherits("QSlider") || w->inherits("QTableView")))
-            continue;
-        const QAccessibleInterface *a = QAccessible::queryAccessibleInterface(w);
-        QVERIFY2(a && !a->text(QAccessible::Name).isEmpty(), w->metaObject()->className());
-        ++checked;
-    }
+    for (QWidget *w : window.findChildren<QWidget *>())
+        for (const char *kind : {"QAbstractButton", "QComboBox", "QSlider", "QTableView", "QProgressBar"})
+            if (w->inherits(kind) && w->isVisibleTo(&window)) {
+                QVERIFY2(!readOut(w).isEmpty(), kind);
+                ++checked;
+            }
     QVERIFY(checked > 0);
 }
+
+// The colour at a point of the key's design, in twips.
+QRgb keyAt(const QImage &image, double xTwips, double yTwips)
+{
+    const double scale = image.devicePixelRatio() / LegendWindow::TwipsPerPixel;
+    return image.pixel(int(xTwips * scale), int(yTwips * scale)) & 0xFFFFFF;
+}
+
+int countColour(const QImage &image, const QRect &area, QRgb colour)
+{
+    int n = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            n += (image.pixel(x, y) & 0xFFFFFF) == colour;
+    return n;
+}
+
+QImage shownYear(const HistoryWindow &w) { return w.mapLabel()->pixmap().toImage(); }
 
 } // namespace
 
 class DataWindowsTest : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase()
+    {
+        gamegen::GameOptions options;
+        options.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map";
+        options.outDir = m_turns.path();
+        options.players = 3;
+        options.gameYear = LastYear;
+        gamegen::generateHistory(options, 4);
+        // One history window for the cases on these turns: it reads them once.
+        m_history = std::make_unique<HistoryWindow>(m_turns.path(), OverlayButtons{});
+        QSignalSpy loaded(m_history.get(), &HistoryWindow::loadingFinished);
+        m_history->show();
+        QVERIFY(!m_history->saveAnimationAction()->isEnabled());
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
+        QVERIFY(m_history->isLoaded());
+        QVERIFY(m_history->saveAnimationAction()->isEnabled());
+        QVERIFY(m_sink.messages.isEmpty());
+    }
     void init() { m_sink.messages.clear(); }
 
     void gridHeadingClicksSortAndCellsCopy()
@@ -107,29 +135,35 @@ private slots:
         // reader's description follow the column sorted last.
         QHeaderView *heading = w.table()->horizontalHeader();
         QCOMPARE(heading->sortIndicatorSection(), -1);
-        clickHeading(w, 3, Qt::RightButton); // names descending, ignoring case
-        QCOMPARE(shownNumbers(w), (QList<int>{3, 1, 2}));
-        QCOMPARE(heading->sortIndicatorSection(), 3);
-        QCOMPARE(heading->sortIndicatorOrder(), Qt::DescendingOrder);
-        QCOMPARE(w.model().headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), QStringLiteral("Sorted descending"));
-        clickHeading(w, 7, Qt::LeftButton); // population ascending, by number
-        QCOMPARE(shownNumbers(w), (QList<int>{2, 3, 1}));
-        QCOMPARE(heading->sortIndicatorSection(), 7);
-        QCOMPARE(heading->sortIndicatorOrder(), Qt::AscendingOrder);
-        QCOMPARE(w.model().headerData(7, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), QStringLiteral("Sorted ascending"));
+        struct Click {
+            int column;
+            Qt::MouseButton button;
+            QList<int> numbers;
+            const char *described; // empty when the click does not sort
+        };
+        const Click clicks[] = {{3, Qt::RightButton, {3, 1, 2}, "Sorted descending"}, // names, ignoring case
+                                {7, Qt::LeftButton, {2, 3, 1}, "Sorted ascending"},   // population, by number
+                                {7, Qt::MiddleButton, {1, 3, 2}, ""}};
+        for (const Click &c : clicks) {
+            clickHeading(w, c.column, c.button);
+            QCOMPARE(shownNumbers(w), c.numbers);
+            if (*c.described) {
+                QCOMPARE(heading->sortIndicatorSection(), c.column);
+                QCOMPARE(heading->sortIndicatorOrder(), c.button == Qt::RightButton ? Qt::DescendingOrder : Qt::AscendingOrder);
+                QCOMPARE(w.model().headerData(c.column, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), c.described);
+            }
+        }
         QVERIFY(!w.model().headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole).isValid());
         QVERIFY(heading->isSortIndicatorShown());
+        // A click on the planet rows never sorts.
+        QTest::mouseClick(w.table()->viewport(), Qt::LeftButton, {}, w.table()->visualRect(w.model().index(0, 0)).center());
+        QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
 
         // Every heading says which button sorts which way.
         const QPoint on(heading->sectionViewportPosition(5) + 4, heading->height() / 2);
         QHelpEvent help(QEvent::ToolTip, on, heading->viewport()->mapToGlobal(on));
         QApplication::sendEvent(heading->viewport(), &help);
         QCOMPARE(QToolTip::text(), QStringLiteral("Left click sorts ascending, right click descending"));
-        clickHeading(w, 7, Qt::MiddleButton);
-        QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
-        // A click on the planet rows never sorts.
-        QTest::mouseClick(w.table()->viewport(), Qt::LeftButton, {}, w.table()->visualRect(w.model().index(0, 0)).center());
-        QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
 
         // Copied as a block, unselected cells inside it empty; the selection
         // follows its rows through a sort.
@@ -145,15 +179,10 @@ private slots:
         // A fresh snapshot is in table order again.
         w.fill(twoRaces());
         QCOMPARE(heading->sortIndicatorSection(), -1);
-    }
 
-    void gridSpringsBackToItsMinimum()
-    {
-        PlanetGridWindow w;
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        // The grid springs back to its minimum, 2000 twips with the frame.
         w.resize(40, 40);
-        QCOMPARE(w.frameGeometry().size(), QSize(133, 133)); // 2000 twips, frame included
+        QCOMPARE(w.frameGeometry().size(), QSize(133, 133));
         QCOMPARE(w.table()->geometry(), w.rect());
     }
 
@@ -164,7 +193,6 @@ private slots:
         verifyAccessibleNames(w);
         QCOMPARE(w.raceList()->currentText(), QStringLiteral("Vorn"));
         QCOMPARE(w.shown(TotalMines), QStringLiteral("7"));
-        QCOMPARE(w.average(0), QStringLiteral("197"));
         // Screen readers read every figure with its caption.
         const std::pair<const char *, const char *> spoken[] = {
             {"ShowData3", "Total Planets: 2"}, {"ShowData4", "Population: 395"}, {"ShowData5", "Mines: 7"},
@@ -177,7 +205,6 @@ private slots:
         w.rangeValue(MinGrav)->click();
         QCOMPARE(m_sink.messages, QStringList{"Enter New Value|Enter New Minimum Gravity Value for Vorn|0.5"});
         QCOMPARE(d.player(2)[MinGrav].val(), 0.12);
-        QCOMPARE(w.shown(MinGrav), QStringLiteral("0.12"));
         QCOMPARE(readOut(w.rangeValue(MinGrav)), QStringLiteral("Gravity Low: 0.12"));
         w.rangeValue(MaxGrav)->click();
         QCOMPARE(m_sink.messages.last(), QStringLiteral("New Value either exceeds minimum or maximum allowed"));
@@ -186,18 +213,16 @@ private slots:
         // A race without planets averages 0.
         w.raceList()->setCurrentIndex(0);
         QCOMPARE(w.average(0), QStringLiteral("0"));
-    }
 
-    void statisticsWithoutARaceShownAskNothing()
-    {
-        GameData d = twoRaces();
+        // Without the own race shown, the placeholders stay (the mines row's
+        // naming the resources included) and a range asks nothing.
         d.OwnRaceName = QStringLiteral("Nobody");
-        EmpireStatWindow w(d);
-        QCOMPARE(w.raceList()->currentIndex(), -1);
-        // The placeholders stay, the mines row's naming the resources included.
-        QCOMPARE(w.shown(TotalMines), QStringLiteral("Total Resources"));
-        QCOMPARE(w.average(0), QStringLiteral("Average"));
-        w.rangeValue(MinGrav)->click();
+        m_sink.messages.clear();
+        EmpireStatWindow nobody(d);
+        QCOMPARE(nobody.raceList()->currentIndex(), -1);
+        QCOMPARE(nobody.shown(TotalMines), QStringLiteral("Total Resources"));
+        QCOMPARE(nobody.average(0), QStringLiteral("Average"));
+        nobody.rangeValue(MinGrav)->click();
         QVERIFY(m_sink.messages.isEmpty());
     }
 
@@ -211,9 +236,8 @@ private slots:
         QCOMPARE(w.raceShown()->text(), QStringLiteral("Colour of Sirians"));
         QCOMPARE(w.slider(2)->value(), 255);
         QVERIFY(!w.tooDarkNote()->isVisibleTo(&w));
-        w.slider(0)->setValue(63);
-        w.slider(1)->setValue(64);
-        w.slider(2)->setValue(64);
+        for (int i = 0; i < 3; ++i)
+            w.slider(i)->setValue(i ? 64 : 63);
         QVERIFY(!w.okButton()->isEnabled()); // 191
         QVERIFY(w.tooDarkNote()->isVisibleTo(&w));
         QCOMPARE(w.tooDarkNote()->text(), QStringLiteral("Too dark for the black map: red + green + blue must reach 192"));
@@ -223,24 +247,156 @@ private slots:
 
         // The colour through black hatching, inside the circle only.
         const QImage picture = w.preview()->grab().toImage();
-        int coloured = 0;
-        for (int y = 40; y < 56; ++y)
-            for (int x = 40; x < 56; ++x)
-                coloured += picture.pixelColor(x, y) == QColor(64, 64, 64);
+        const int coloured = countColour(picture, QRect(40, 40, 16, 16), QColor(64, 64, 64).rgb() & 0xFFFFFF);
         QVERIFY(coloured > 64 && coloured < 250);
         QCOMPARE(picture.pixelColor(3, 3), QColor(Qt::black));
+    }
 
-        QSignalSpy stored(&w, &RaceColourWindow::colourStored);
+    // The key's picture, sampled where its shapes and lines must be.
+    void keyPicture()
+    {
+        LegendWindow legend;
+        QCOMPARE(legend.windowTitle(), QStringLiteral("Key"));
+        QCOMPARE(legend.size(), QSize(425, 298));
+        const QImage image = legend.grab().toImage();
+        const std::tuple<int, int, QRgb> samples[] = {
+            {30, 30, 0x000000},     // background
+            {1470, 600, 0xC0C0C0},  // frame line
+            {1950, 1050, 0xFF0000}, // "-45%"
+            {3840, 1050, 0xFF00FF}, // "-10% to -1%"
+            {5730, 1050, 0x00FF00}, // "45%"
+            {1950, 2322, 0x0000FF}, // "High Death"
+            {4785, 2322, 0xFF8000}, // "Average Growth"
+            {727, 3427, 0x00C0C0},  // planet
+            {727, 3165, 0xFFFF00},  // starbase ring
+            {3120, 2805, 0x000000}, // outside the territory disc
+        };
+        for (const auto &[x, y, colour] : samples)
+            QCOMPARE(keyAt(image, x, y), colour);
+        // The territory disc is hatched: teal lines with black between them.
+        QVERIFY(countColour(image, QRect(240, 220, 20, 20), 0x00C0C0) > 20);
+        QVERIFY(countColour(image, QRect(240, 220, 20, 20), 0x000000) > 200);
+        // The texts are drawn in white.
+        QVERIFY(countColour(image, QRect(12, 33, 78, 41), 0xFFFFFF) > 20);   // "Hab Ranges"
+        QVERIFY(countColour(image, QRect(315, 192, 82, 28), 0xFFFFFF) > 20); // "Boundary for a Race"
+        // Screen readers get the painted picture in words.
+        for (const char *text : {"Hab Ranges: large red disc -45%", "small yellow disc 0% to 10%", "Growth: blue High Death",
+                                 "orange Average Growth", "Planet with a Starbase or Orbital Fort", "Boundary for a Race"})
+            QVERIFY2(legend.accessibleDescription().contains(QLatin1String(text)), text);
+
+        QCOMPARE(legend.okButton()->text(), QStringLiteral("OK"));
+        legend.show();
+        legend.okButton()->click();
+        QVERIFY(!legend.isVisible());
+    }
+
+    void historyStepsThroughTheYears()
+    {
+        HistoryWindow &w = *m_history;
+        // The arrows are the window's shortcuts: they act only in the active window.
+        w.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        verifyAccessibleNames(w);
+        // No button pressed in the main window: the usual three layers.
+        for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
+            QVERIFY(w.layerButton(b)->isChecked());
+        QVERIFY(!w.layerButton(TerritoryButton)->isChecked());
+
+        QCOMPARE(w.yearSlider()->maximum(), 3);
+        QCOMPARE(w.year(), LastYear - 3);
+        const QList<QLabel *> labels = w.findChildren<QLabel *>();
+        const auto year = std::find_if(labels.begin(), labels.end(),
+                                       [](QLabel *l) { return l->text() == QString::number(LastYear - 3); });
+        QVERIFY(year != labels.end());
+        QCOMPARE(readOut(*year), QStringLiteral("Year shown: %1").arg(LastYear - 3));
+        const QImage first = shownYear(w);
+        QTest::keyClick(&w, Qt::Key_Right);
+        QCOMPARE(w.year(), LastYear - 2);
+        QVERIFY(shownYear(w) != first);
+        w.yearSlider()->setFocus();
+        QTest::keyClick(w.yearSlider(), Qt::Key_Left);
+        QCOMPARE(w.year(), LastYear - 3);
+        QCOMPARE(shownYear(w), first);
+        QTest::keyClick(&w, Qt::Key_Left); // wraps round
+        QCOMPARE(w.year(), LastYear);
+
+        QTest::mouseClick(w.layerButton(BordersButton), Qt::LeftButton);
+        QVERIFY(!shownYear(w).isNull() && shownYear(w) != first);
+
+        QTest::mouseClick(w.playButton(), Qt::LeftButton);
+        QCOMPARE(w.playButton()->text(), QString("Pause"));
+        QTRY_COMPARE_WITH_TIMEOUT(w.year(), LastYear - 3, 10000); // one step of 700 ms, on a busy machine
+        QTest::mouseClick(w.playButton(), Qt::LeftButton);
+        QCOMPARE(w.playButton()->text(), QString("Play"));
+
+        // The main window's pressed layers are the history's first ones.
+        OverlayButtons pressed;
+        pressed.setPressedQuietly(TerritoryButton, true);
+        HistoryWindow territory(m_turns.path(), pressed);
+        QVERIFY(territory.layerButton(TerritoryButton)->isChecked());
+        QVERIFY(!territory.layerButton(BordersButton)->isChecked());
+    }
+
+    void historySavesTheAnimation_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("GIF") << "%1/years.gif" << QString();
+        QTest::newRow("WebP, by the name's ending") << "%1/years.WEBP" << QString();
+        QTest::newRow("no folder there") << "%1/missing/years.gif" << "cannot save the animation";
+        QTest::newRow("another ending") << "%1/years.png" << "an animation is saved as GIF (.gif) or WebP (.webp)";
+    }
+    void historySavesTheAnimation()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        QTemporaryDir out;
+        name = name.arg(out.path());
+        // File > Save Animation, the name typed into the file dialog.
+        QTimer::singleShot(0, [name] {
+            QTRY_VERIFY(qobject_cast<QFileDialog *>(QApplication::activeModalWidget()));
+            auto *edit = QApplication::activeModalWidget()->findChild<QLineEdit *>();
+            edit->setText(name);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        m_history->saveAnimationAction()->trigger();
+        if (!message.isEmpty()) {
+            QCOMPARE(m_sink.messages.size(), 1);
+            QVERIFY2(m_sink.messages.first().contains(message), qPrintable(m_sink.messages.first()));
+            QCOMPARE(QDir(out.path()).entryList(QDir::Files), QStringList());
+        } else if (QImageReader reader(name); name.endsWith(".gif")) {
+            QCOMPARE(m_sink.messages, QStringList());
+            QCOMPARE(reader.imageCount(), 4); // every year, at the saved size
+            QCOMPARE(reader.size().height(), 800);
+        } else {
+            QCOMPARE(m_sink.messages, QStringList());
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray head = file.read(12);
+            QVERIFY(head.startsWith("RIFF") && head.endsWith("WEBP"));
+        }
+    }
+
+    void historyOfAFolderWithoutTurns()
+    {
+        QTemporaryDir empty;
+        HistoryWindow w(empty.path(), OverlayButtons{});
+        QSignalSpy loaded(&w, &HistoryWindow::loadingFinished);
         w.show();
-        w.okButton()->click();
-        QVERIFY(!w.isVisible());
-        QCOMPARE(d.raceColour(3), 64 + 256 * 64 + 65536 * 64);
-        QCOMPARE(stored.size(), 1);
-        QCOMPARE(stored[0][0].toInt(), 2);
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
+        QVERIFY(!w.isLoaded());
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY2(m_sink.messages.first().contains("no turns here"), qPrintable(m_sink.messages.first()));
+        QCOMPARE(readOut(w.mapLabel()), "Map: " + w.mapLabel()->text());
+        QTest::keyClick(&w, Qt::Key_Right);
+        QCOMPARE(w.year(), 0);
     }
 
 private:
+    QTemporaryDir m_turns;
     RecordingSink m_sink;
+    std::unique_ptr<HistoryWindow> m_history;
 };
 
 QTEST_MAIN(DataWindowsTest)

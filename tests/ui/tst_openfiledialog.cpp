@@ -1,23 +1,14 @@
-// The file selection window over a real folder: which rows it shows, the
-// messages it gives, the state it keeps between showings, the map that loads
-// after moving between folders, and the folder list under the pointer.
+// The file selection window over a real folder: the rows a folder's files
+// give, the checks' messages, the state kept between showings, the map that
+// loads after moving between folders, and the folder list under the pointer.
 
 #include "OpenFileDialog.h"
 #include "RecordingSink.h"
 #include "TestGame.h"
 
-#include <QCheckBox>
-#include <QDir>
-#include <QFileSystemModel>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTreeView>
-#include <algorithm>
+#include <QtWidgets>
 
 namespace {
 
@@ -35,7 +26,6 @@ struct Window {
             game.write(name, "");
         return dialog.openOn(game.path("game.map"));
     }
-    QString folder(const QString &name) const { return QDir(game.path(name)).absolutePath(); }
     QList<int> shownRows() const
     {
         QList<int> rows;
@@ -54,141 +44,73 @@ class OpenFileDialogTest : public QObject {
 private slots:
     void init() { m_sink.messages.clear(); }
 
-    // The folder tree opens down to the game's folder, which is in sight.
-    void opensOnTheGamesFolder()
+    // The first failing check's message, in the checks' order.
+    void confirmChecks_data()
     {
-        Window w;
-        QVERIFY(QDir(w.game.dir()).mkpath("deep/er/still"));
-        w.game.write("deep/er/still/game.map", "");
-        auto *tree = w.dialog.findChild<QTreeView *>("Dir1");
-        auto *model = static_cast<QFileSystemModel *>(tree->model());
-        QSignalSpy read(model, &QFileSystemModel::directoryLoaded);
-        QVERIFY(w.dialog.openOn(w.game.path("deep/er/still/game.map")));
-        w.dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
-        const QModelIndex folder = model->index(w.game.path("deep/er/still"));
-        // Once the model has read the folders above it in the background.
-        QStringList above;
-        for (QModelIndex i = folder.parent(); i.isValid(); i = i.parent())
-            above << model->filePath(i);
-        const auto allRead = [&] {
-            QStringList done;
-            for (const QList<QVariant> &signal : read)
-                done << signal[0].toString();
-            return std::all_of(above.begin(), above.end(), [&](const QString &path) { return done.contains(path); });
-        };
-        QTRY_VERIFY(allRead());
-        QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(folder).center()));
-        for (QModelIndex above = folder.parent(); above.isValid(); above = above.parent())
-            QVERIFY(tree->isExpanded(above));
-        QCOMPARE(tree->currentIndex(), folder);
+        QTest::addColumn<QString>("gameYear");
+        QTest::addColumn<QString>("reportYear"); // of player 3
+        QTest::addColumn<bool>("ownIncluded");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("report year, no game year") << "" << "2401" << true
+                                                   << "You have entered Years for player files but not for the Game";
+        QTest::newRow("report newer than the game") << "2400" << "2401" << true
+                                                    << "One or more game files has a Year higher then the Game Year";
+        QTest::newRow("own race left out") << "2400" << "2401" << false
+                                           << "You have not included the datafile you have selected as your race";
+        QTest::newRow("report of the game's year") << "2400" << "2400" << true << "";
     }
-
-    void perPlayerGameShowsItsReports()
+    void confirmChecks()
     {
-        Window w;
-        QVERIFY(w.openOn({"game.map", "game.P1", "game.P3", "OTHER.MAP", "notes.txt"}));
-        const OpenFileDialog &dialog = w.dialog;
-        QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
-        QVERIFY(dialog.check(1)->isChecked());
-        QVERIFY(dialog.check(3)->isChecked());
-        QCOMPARE(dialog.check(3)->text(), QStringLiteral("game.P3"));
-        QVERIFY(dialog.player(1)->isChecked());
-        QVERIFY(!dialog.player(3)->isChecked());
-        QVERIFY(dialog.yearBox(3)->isVisibleTo(&dialog));
-        QVERIFY(dialog.raceHint()->isVisibleTo(&dialog));
-        QVERIFY(dialog.loadButton()->isEnabled());
-        QCOMPARE(w.data.OwnRace, int16_t(1));
-        QCOMPARE(w.data.GameDir, dialog.folder());
-        QVERIFY(m_sink.messages.isEmpty());
-
-        // The file list shows map files whatever their case, and nothing else.
-        QFileSystemModel *files = qobject_cast<QFileSystemModel *>(dialog.fileList()->model());
-        QVERIFY(files);
-        QTRY_COMPARE(files->rowCount(dialog.fileList()->rootIndex()), 2);
-
-        // Choosing another race moves the option.
-        dialog.player(3)->click();
-        QCOMPARE(w.data.OwnRace, int16_t(3));
-        QVERIFY(!dialog.player(1)->isChecked());
-    }
-
-    void oldStyleGameShowsOneRow()
-    {
-        Window w;
-        QVERIFY(w.openOn({"game.map", "game.PLA", "game.P1"}));
-        QCOMPARE(w.shownRows(), QList<int>{0});
-        QCOMPARE(w.dialog.check(0)->text(), QStringLiteral("Old Report game using game.PLA"));
-        QVERIFY(!w.dialog.player(0)->isVisibleTo(&w.dialog));
-        QVERIFY(!w.dialog.yearBox(0)->isVisibleTo(&w.dialog));
-        QVERIFY(!w.dialog.raceHint()->isVisibleTo(&w.dialog));
-    }
-
-    void mapWithoutReportsLeavesTheRows()
-    {
-        Window w;
-        QVERIFY(w.openOn({"game.map", "game.P2", "lonely.map"}));
-        w.dialog.clickMapFile(QStringLiteral("lonely.map"));
-        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("No Player files found for this map")});
-        QCOMPARE(w.shownRows(), QList<int>{2});
-        QVERIFY(!w.dialog.openOn(w.game.path("missing.map")));
-    }
-
-    // The checks' messages in their order, and what each leaves of the rows.
-    void confirmReportsTheFirstFailingCheck()
-    {
+        QFETCH(QString, gameYear);
+        QFETCH(QString, reportYear);
+        QFETCH(bool, ownIncluded);
+        QFETCH(QString, message);
         Window w;
         QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
         OpenFileDialog &dialog = w.dialog;
         dialog.show();
-
-        // Report years without a game year.
-        QTest::keyClicks(dialog.yearBox(3), QStringLiteral("2401"));
+        QTest::keyClicks(dialog.gameYearBox(), gameYear);
+        QTest::keyClicks(dialog.yearBox(3), reportYear);
+        if (!ownIncluded) {
+            dialog.check(1)->click();
+            QCOMPARE(w.data.GameFiles[1].included, QStringLiteral("0"));
+        }
         dialog.loadButton()->click();
-        // A report newer than the game.
-        QTest::keyClicks(dialog.gameYearBox(), QStringLiteral("2400"));
-        dialog.loadButton()->click();
-        QCOMPARE(m_sink.messages,
-                 (QStringList{QStringLiteral("You have entered Years for player files but not for the Game"),
-                              QStringLiteral("One or more game files has a Year higher then the Game Year")}));
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.yearBox(3)->text(), QStringLiteral("2401"));
-
-        // Leaving out the own race rebuilds the rows from the folder.
-        m_sink.messages.clear();
-        dialog.check(1)->click();
-        QCOMPARE(w.data.GameFiles[1].included, QStringLiteral("0"));
-        dialog.loadButton()->click();
-        QCOMPARE(m_sink.messages,
-                 QStringList{QStringLiteral("You have not included the datafile you have selected as your race")});
-        QVERIFY(dialog.check(1)->isChecked());
-        QVERIFY(dialog.yearBox(3)->text().isEmpty());
-        QVERIFY(dialog.isVisible());
-
-        // A report year equal to the game year passes; empty years take it.
-        m_sink.messages.clear();
-        dialog.yearBox(3)->setText(QStringLiteral("2400"));
-        dialog.loadButton()->click();
+        if (!message.isEmpty()) {
+            QCOMPARE(m_sink.messages, QStringList{message});
+            QVERIFY(dialog.isVisible());
+            // Leaving out the own race rebuilds the rows from the folder; else they stay.
+            QVERIFY(dialog.check(1)->isChecked());
+            QCOMPARE(dialog.yearBox(3)->text().isEmpty(), !ownIncluded);
+            return;
+        }
         QVERIFY(m_sink.messages.isEmpty());
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(w.data.OpenFileCancelled, int16_t(0));
         QCOMPARE(w.data.GameYear, int16_t(2400));
-        QCOMPARE(w.data.GameFiles[1].year, QStringLiteral("2400"));
+        QCOMPARE(w.data.GameFiles[1].year, QStringLiteral("2400")); // an empty year takes the game's
     }
 
-    void rowsStayBetweenShowings()
+    void ownRaceAndRowsStayBetweenShowings()
     {
         Window w;
         QVERIFY(w.openOn({"game.map", "game.P1", "game.P3"}));
         OpenFileDialog &dialog = w.dialog;
         dialog.show();
+        QCOMPARE(w.data.GameDir, dialog.folder());
+        QVERIFY(!dialog.openOn(w.game.path("missing.map")));
+        QCOMPARE(w.data.OwnRace, int16_t(1));
+        QVERIFY(dialog.player(1)->isChecked() && !dialog.player(3)->isChecked());
+        dialog.player(3)->click();
+        QCOMPARE(w.data.OwnRace, int16_t(3));
+        QVERIFY(!dialog.player(1)->isChecked());
+
         dialog.check(3)->click();
         dialog.yearBox(1)->setText(QStringLiteral("2405"));
         dialog.cancelButton()->click();
         QVERIFY(!dialog.isVisible());
         QCOMPARE(w.data.OpenFileCancelled, int16_t(1));
-
         dialog.show();
         QCOMPARE(dialog.folder(), QDir(w.game.dir()).absolutePath());
         QCOMPARE(w.shownRows(), (QList<int>{1, 3}));
@@ -203,11 +125,9 @@ private slots:
         QCOMPARE(w.data.GameFiles[3].included, QStringLiteral("0"));
     }
 
-    // A click on a folder picks that folder: the list does not move under
-    // the pointer, so a pointer that stirs while pressed stays on it. (Tests
-    // beside this one add folders to the temporary folder above, which may
-    // move the list afterwards, as any change of the folders does.)
-    void aClickPicksTheFolderUnderThePointer()
+    // The folder tree opens down to the game's folder, in sight; a click on
+    // another folder picks it without the list moving under the pointer.
+    void folderTreeFollowsTheGameAndThePointer()
     {
         Window w;
         QStringList folders;
@@ -221,9 +141,9 @@ private slots:
         QVERIFY(w.dialog.openOn(w.game.path("f05/game.map")));
         w.dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w.dialog));
-        // The game's folder read and sorted, its folder in sight.
+        // The model reads the folders in the background.
         const QModelIndex parent = model->index(w.game.dir());
-        const auto listed = [&] {
+        const auto listed = [&] { // read and sorted
             QStringList names;
             for (int r = 0; r < model->rowCount(parent); ++r)
                 names << model->fileName(model->index(r, 0, parent));
@@ -232,6 +152,9 @@ private slots:
         QTRY_COMPARE(listed(), folders);
         const QModelIndex f05 = model->index(w.game.path("f05"));
         QTRY_VERIFY(tree->viewport()->rect().contains(tree->visualRect(f05).center()));
+        for (QModelIndex i = f05.parent(); i.isValid(); i = i.parent())
+            QTRY_VERIFY(tree->isExpanded(i));
+        QCOMPARE(tree->currentIndex(), f05);
 
         const QModelIndex target = model->index(w.game.path("f08"));
         const QRect before = tree->visualRect(target);
@@ -239,13 +162,13 @@ private slots:
         QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, before.center());
         QTest::mouseMove(tree->viewport(), before.center());
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, before.center());
-        QCOMPARE(w.dialog.folder(), w.folder("f08"));
+        QCOMPARE(w.dialog.folder(), QDir(w.game.path("f08")).absolutePath());
         QCOMPARE(tree->currentIndex(), target);
         QCOMPARE(tree->visualRect(target), before);
     }
 
-    // Three games in three folders: the map shown above the rows is the map
-    // that loads, whether the folder changed since or not.
+    // Three games in three folders: the rows each gives, and the map shown
+    // above them is the map that loads, whether the folder changed since or not.
     void theShownMapIsTheOneThatLoads()
     {
         Window w;
@@ -254,9 +177,13 @@ private slots:
             QVERIFY(QDir(g.dir()).mkdir(QLatin1String(folder)));
         g.writeMap({{"Home", 1100, 1100}, {"Reports", 1200, 1200}}, "reports/game.map");
         g.writeReport("reports/game.P1", {homeLine()});
+        g.writeReport("reports/game.P3", {});
+        g.write("reports/OTHER.MAP", "");
+        g.write("reports/notes.txt", "");
         g.writeMap({{"Home", 1100, 1100}, {"Bare", 1200, 1200}}, "bare/lone.map");
         g.writeMap({{"Home", 1100, 1100}, {"Old", 1200, 1200}}, "old/old.map");
         g.writeReport("old/old.PLA", {homeLine()});
+        g.writeReport("old/old.P1", {homeLine()});
 
         struct Step {
             const char *folder;   // moved to
@@ -264,14 +191,17 @@ private slots:
             const char *shown;    // the map above the rows
             const char *marked;   // the file that looks chosen in the file list
             QList<int> rows;
+            const char *firstRow; // its caption
+            int mapFiles;         // in the file list, whatever their case
             const char *loaded;   // the second planet of what loads
         };
         const Step steps[] = {
-            {"reports", "game.map", "reports/game.map", "game.map", {1}, "Reports"},
-            {"bare", nullptr, "reports/game.map", "", {1}, "Reports"},
+            {"reports", "game.map", "reports/game.map", "game.map", {1, 3}, "game.P1", 2, "Reports"},
+            {"bare", nullptr, "reports/game.map", "", {1, 3}, "game.P1", 1, "Reports"},
             // No reports: the message, and the rows stay those of the game before.
-            {"bare", "lone.map", "bare/lone.map", "lone.map", {1}, "Bare"},
-            {"old", "old.map", "old/old.map", "old.map", {0}, "Old"},
+            {"bare", "lone.map", "bare/lone.map", "lone.map", {1, 3}, "game.P1", 1, "Bare"},
+            // An old style game's one report outweighs the players' reports.
+            {"old", "old.map", "old/old.map", "old.map", {0}, "Old Report game using old.PLA", 1, "Old"},
         };
         for (const Step &step : steps) {
             w.dialog.goToFolder(g.path(QLatin1String(step.folder)));
@@ -281,6 +211,15 @@ private slots:
             QCOMPARE(w.dialog.chosenMap()->accessibleName(), QStringLiteral("Map file: %1\nFolder: %2")
                                                        .arg(shown.fileName(), QDir::toNativeSeparators(shown.absolutePath())));
             QCOMPARE(w.shownRows(), step.rows);
+            QCOMPARE(w.dialog.check(step.rows[0])->text(), QLatin1String(step.firstRow));
+            const bool perPlayer = step.rows[0] > 0;
+            QCOMPARE(w.dialog.raceHint()->isVisibleTo(&w.dialog), perPlayer);
+            for (int row : step.rows) {
+                QVERIFY(w.dialog.check(row)->isChecked());
+                QCOMPARE(w.dialog.player(row)->isVisibleTo(&w.dialog), perPlayer);
+                QCOMPARE(w.dialog.yearBox(row)->isVisibleTo(&w.dialog), perPlayer);
+            }
+            QTRY_COMPARE(w.dialog.fileList()->model()->rowCount(w.dialog.fileList()->rootIndex()), step.mapFiles);
             const QModelIndex current = w.dialog.fileList()->currentIndex();
             QCOMPARE(current.isValid() ? current.data().toString() : QString(), QLatin1String(step.marked));
 

@@ -1,4 +1,4 @@
-// Number rules, item and line reads, report line splitting.
+// Number rules and texts, item and line reads, report line splitting.
 
 #include "LoadError.h"
 #include "QuotedText.h"
@@ -60,6 +60,36 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::floorInt32(-2147483648.5));
         QCOMPARE(conv::intDiv(-7, 2), -3);
         QVERIFY_THROWS_EXCEPTION(conv::DivisionByZeroError, conv::intDiv(1, 0));
+    }
+
+    // The game's text of a number (ages, annotation records) and the
+    // exports' (JSON, panel labels): whole numbers with all their digits.
+    void numberTexts_data()
+    {
+        QTest::addColumn<double>("x");
+        QTest::addColumn<QString>("game");
+        QTest::addColumn<QString>("shortest");
+        QTest::newRow("whole") << -3.0 << "-3" << "-3";
+        QTest::newRow("whole, 10^15") << 1e15 << "1000000000000000" << "1000000000000000";
+        QTest::newRow("whole, beyond 2^53") << 123456789012345678.0 << "123456789012345680" << "123456789012345680";
+        QTest::newRow("small") << 2.5e-5 << "2.5E-05" << "2.5e-05";
+        QTest::newRow("15 digits") << 0.1 + 0.2 << "0.3" << "0.30000000000000004";
+    }
+    void numberTexts()
+    {
+        QFETCH(double, x);
+        QTEST(conv::numberText(x), "game");
+        QTEST(conv::shortestText(x), "shortest");
+    }
+
+    // Canvas positions, radii and angles go on in single precision; a value
+    // beyond its range stops the drawing instead of drawing at infinity.
+    void singlePrecision()
+    {
+        QCOMPARE(conv::toSingle(0.1), 0.1f);
+        QCOMPARE(conv::toSingle(-3.4e38), -3.4e38f);
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::toSingle(3.5e38));
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, conv::toSingle(-1e39));
     }
 
     // Fields as "E" (empty), "T:text" or "N:number"; "!" when the line has too many.

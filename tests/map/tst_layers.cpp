@@ -8,6 +8,7 @@
 #include "TraceScene.h"
 
 #include <QTest>
+#include <functional>
 
 namespace {
 
@@ -46,7 +47,13 @@ struct Redraw {
     }
 };
 
+using Ops = QList<QJsonObject>;
+// Puts planets or cells into a small game.
+using Scene = std::function<void(GameData &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Scene)
 
 class LayersTest : public QObject {
     Q_OBJECT
@@ -73,15 +80,11 @@ private slots:
         QFETCH(double, hab);
         QFETCH(bool, reported);
         QFETCH(int, radius);
+        QFETCH(int, colour);
         GameData d = smallGame();
         addPlanet(d, 500, 500, reported ? "Current" : "", {{Hab, hab}});
-        Redraw r(d);
-        const auto circles = r.run({HabButton}, "Circle");
-        QCOMPARE(circles.size(), 1);
-        QCOMPARE(circles[0][u"r"].toDouble(), double(radius));
-        QTEST(circles[0][u"FillColor"].toInt(), "colour");
-        QCOMPARE(circles[0][u"DrawMode"].toInt(), 15);
-        QCOMPARE(circles[0][u"DrawStyle"].toInt(), 5);
+        const Ops want{{{"r", radius}, {"FillColor", colour}, {"DrawMode", 15}, {"DrawStyle", 5}}};
+        QCOMPARE(traceJson(Redraw(d).run({HabButton}, "Circle"), want), traceJson(want));
     }
 
     void growthColours_data()
@@ -105,10 +108,11 @@ private slots:
     {
         QFETCH(double, population);
         QFETCH(double, hab);
+        QFETCH(int, colour);
         QFETCH(int, mines);
         GameData d = smallGame();
         d.OwnRaceName = QStringLiteral("Us");
-        for (const char16_t *owner : {u"Us", u"Them"})
+        for (const char16_t *owner : {u"Us", u"Them"}) // the other race's colony is not drawn
             addPlanet(d, 500, 500, {},
                       {{Owner, owner}, {Population, population}, {Resources, u"10"}, {Hab, hab}, {Starbase, u"None"}});
         if (mines >= 0) {
@@ -119,98 +123,98 @@ private slots:
         }
         // Neither layer draws an own world without colonists.
         addPlanet(d, 600, 600, {}, {{Owner, u"Us"}, {Population, 0}, {Resources, u"10"}, {Hab, 50}, {Starbase, u"Space Dock"}});
-        Redraw r(d);
-        const auto circles = r.run({GrowthButton}, "Circle");
-        QCOMPARE(circles.size(), 1); // the other race's colony is not drawn
-        QTEST(circles[0][u"color"].toInt(), "colour");
-        QCOMPARE(circles[0][u"r"].toDouble(), 50.0);
-        QCOMPARE(circles[0][u"DrawMode"].toInt(), 13);
+        const Ops want{{{"color", colour}, {"r", 50}, {"DrawMode", 13}}};
+        QCOMPARE(traceJson(Redraw(d).run({GrowthButton}, "Circle"), want), traceJson(want));
     }
 
-    void attackAndOwnedMarkStarbases()
+    // One game, the buttons pressed, and the fields of the operations drawn.
+    void layers_data()
+    {
+        QTest::addColumn<Scene>("scene");
+        QTest::addColumn<QList<int>>("buttons");
+        QTest::addColumn<QString>("op"); // empty: every operation
+        QTest::addColumn<Ops>("want");
+        // Owned: two black surrounds first, then marker, marker, ring; then
+        // attack, where a million colonists give 205 and 410 + 50 is capped.
+        QTest::newRow("owned marks, attack") << Scene([](GameData &d) {
+            addPlanet(d, 100, 100, {}, {{Population, 1000000}, {Starbase, u"None"}, {OwnerIndex, 1}});
+            addPlanet(d, 200, 200, {}, {{Population, 2000000}, {Starbase, u"Space Dock"}, {OwnerIndex, 2}});
+            addPlanet(d, 300, 300, {}, {{Population, 0}, {Starbase, u"Space Dock"}}); // no colonists: not drawn
+        }) << QList<int>{OwnedButton, AttackButton} << "Circle"
+           << Ops{{{"r", 90}}, {{"r", 90}}, {{"FillColor", colour(255, 0, 0)}}, {{"FillColor", colour(0, 255, 0)}},
+                  {{"r", 70}, {"FillStyle", 1}}, {{"color", colour(205, 50, 0)}}, {{"color", colour(255, 0, 0)}}};
+        QTest::newRow("border under the marker") << Scene([](GameData &d) { addPlanet(d, 500, 500, {}, {{OwnerIndex, 1}, {SOI, 50}}); })
+            << QList<int>{BordersButton, UniverseButton} << "Circle"
+            << Ops{{{"r", 500}, {"DrawMode", 15}}, {{"FillStyle", 7}, {"DrawMode", 13}}, {{"r", 30}}};
+        QTest::newRow("planets on the view's edge left out") << Scene([](GameData &d) {
+            for (auto [x, y] : {std::pair{0, 500}, {500, 0}, {2000, 500}, {500, 2000}, {1000, 1000}})
+                addPlanet(d, x, y);
+        }) << QList<int>{UniverseButton} << "PSet" << Ops{{{"x", 10000}}};
+        // 127.5 and 1.5 to even; 15000 twips over 10020 units give width 2.
+        QTest::newRow("territory dimmed by strength") << Scene([](GameData &d) {
+            d.RaceRGB[0] = {255, 3, 255};
+            d.Grid.set(1, 2, 1, 50);
+            d.Grid.set(4, 4, 1, 100); // the last column and row
+        }) << QList<int>{TerritoryButton} << "PSet"
+           << Ops{{{"color", colour(128, 2, 128)}, {"x", 2500}, {"y", 5000}, {"DrawWidth", 2}, {"DrawMode", 13}},
+                  {{"color", colour(255, 3, 255)}, {"x", 10000}}};
+        // In reports of the new style the second scanner paints over the first.
+        QTest::newRow("scanner ranges") << Scene([](GameData &d) {
+            addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
+        }) << QList<int>{ScannedButton} << "Circle"
+           << Ops{{{"FillColor", colour(64, 0, 0)}, {"DrawWidth", 4}}, {{"FillColor", colour(64, 64, 0)}, {"r", 50}}};
+        // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
+        QTest::newRow("layers in their fixed order") << Scene([](GameData &d) {
+            addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});
+        }) << QList<int>{HabButton, UniverseButton, ScannedButton} << ""
+           << Ops{{{"op", "Cls"}}, {{"op", "Circle"}, {"r", 100}}, {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}},
+                  {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}}};
+    }
+    void layers()
+    {
+        QFETCH(Scene, scene);
+        QFETCH(QList<int>, buttons);
+        QFETCH(QString, op);
+        QFETCH(Ops, want);
+        GameData d = smallGame();
+        scene(d);
+        Redraw r(d);
+        for (int b : buttons)
+            r.buttons.setPressedQuietly(b, true);
+        QCOMPARE(traceJson(r.run({}, op.isEmpty() ? nullptr : qPrintable(op)), want), traceJson(want));
+    }
+
+    // 32738 + 50 no longer fits the attack red's 16 bits: the drawing stops.
+    void attackOverflowStopsTheDrawing()
     {
         GameData d = smallGame();
-        addPlanet(d, 100, 100, {}, {{Population, 1000000}, {Starbase, u"None"}, {OwnerIndex, 1}});
-        addPlanet(d, 200, 200, {}, {{Population, 2000000}, {Starbase, u"Space Dock"}, {OwnerIndex, 2}});
-        addPlanet(d, 300, 300, {}, {{Population, 0}, {Starbase, u"Space Dock"}}); // no colonists: not drawn
-        Redraw r(d);
-        const auto circles = r.run({OwnedButton, AttackButton}, "Circle");
-        // Owned: two black surrounds first, then marker, marker, ring; then attack.
-        QCOMPARE(circles.size(), 7);
-        QCOMPARE(circles[0][u"r"].toDouble(), 90.0);
-        QCOMPARE(circles[1][u"r"].toDouble(), 90.0);
-        QCOMPARE(circles[2][u"FillColor"].toInt(), colour(255, 0, 0));
-        QCOMPARE(circles[3][u"FillColor"].toInt(), colour(0, 255, 0));
-        QCOMPARE(circles[4][u"r"].toDouble(), 70.0);
-        QCOMPARE(circles[4][u"FillStyle"].toInt(), 1);
-        QCOMPARE(circles[5][u"color"].toInt(), colour(205, 50, 0)); // a million colonists give 205
-        QCOMPARE(circles[6][u"color"].toInt(), colour(255, 0, 0));  // 410 + 50, capped
-        // 32738 + 50 no longer fits the red's 16 bits: the drawing stops.
-        d.planet(2)[Population] = Value(159700000);
-        Redraw overflowing(d);
-        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, overflowing.run({AttackButton}));
+        addPlanet(d, 200, 200, {}, {{Population, 159700000}, {Starbase, u"Space Dock"}, {OwnerIndex, 2}});
+        QVERIFY_THROWS_EXCEPTION(conv::OverflowError, Redraw(d).run({AttackButton}));
     }
 
+    // A window half as wide doubles the border and keeps the marker.
     void bordersScaleWithTheZoomMarkersDoNot()
     {
         GameData d = smallGame();
         addPlanet(d, 500, 500, {}, {{OwnerIndex, 1}, {SOI, 50}});
-        Redraw full(d);
-        auto circles = full.run({BordersButton, UniverseButton}, "Circle");
-        QCOMPARE(circles.size(), 3);
-        QCOMPARE(circles[0][u"r"].toDouble(), 500.0);
-        QCOMPARE(circles[0][u"DrawMode"].toInt(), 15);
-        QCOMPARE(circles[1][u"FillStyle"].toInt(), 7);
-        QCOMPARE(circles[1][u"DrawMode"].toInt(), 13);
-        QCOMPARE(circles[2][u"r"].toDouble(), 30.0);
-
-        // A window half as wide doubles the border and keeps the marker.
         Redraw zoomed(d);
         zoomed.buttons.setPressedQuietly(ZoomInButton, true);
         zoomed.zoom.ZoomArmed = 1;
         zoomToCentre(d);
-        circles = zoomed.run({BordersButton, UniverseButton}, "Circle");
-        QCOMPARE(circles[0][u"r"].toDouble(), 1000.0);
-        QCOMPARE(circles[0][u"x"].toDouble(), 5000.0);
-        QCOMPARE(circles[2][u"r"].toDouble(), 30.0);
+        const Ops want{{{"r", 1000}, {"x", 5000}}, {}, {{"r", 30}}};
+        QCOMPARE(traceJson(zoomed.run({BordersButton, UniverseButton}, "Circle"), want), traceJson(want));
     }
 
-    void planetsOnTheViewEdgeAreLeftOut()
+    // Ten rows of territory dots, one per grid column; the dots' width from the canvas.
+    void territoryProgressAndDotWidth()
     {
         GameData d = smallGame();
-        addPlanet(d, 0, 500);
-        addPlanet(d, 500, 0);
-        addPlanet(d, 2000, 500);
-        addPlanet(d, 500, 2000);
-        addPlanet(d, 1000, 1000);
-        Redraw r(d);
-        const auto dots = r.run({UniverseButton}, "PSet");
-        QCOMPARE(dots.size(), 1);
-        QCOMPARE(dots[0][u"x"].toDouble(), 10000.0);
-    }
-
-    void territoryDotsAreDimmedByStrength()
-    {
-        GameData d = smallGame();
-        d.RaceRGB[0] = {255, 3, 255};
         d.Grid.set(1, 2, 1, 50);
-        d.Grid.set(4, 4, 1, 100); // the last column and row
         Redraw r(d);
-        const auto dots = r.run({TerritoryButton}, "PSet");
-        QCOMPARE(dots.size(), 2);
-        QCOMPARE(dots[0][u"color"].toInt(), colour(128, 2, 128)); // 127.5 and 1.5 to even
-        QCOMPARE(dots[0][u"x"].toDouble(), 2500.0);
-        QCOMPARE(dots[0][u"y"].toDouble(), 5000.0);
-        QCOMPARE(dots[1][u"color"].toInt(), colour(255, 3, 255));
-        QCOMPARE(dots[1][u"x"].toDouble(), 10000.0);
-        QCOMPARE(dots[0][u"DrawWidth"].toInt(), 2); // 15000 twips over 10020 units
-        QCOMPARE(dots[0][u"DrawMode"].toInt(), 13);
+        r.run({TerritoryButton});
         QCOMPARE(r.host.progressMaximum, 5);
         QCOMPARE(r.host.progressSteps, 5);
-
-        Redraw wider(d, 26000); // 2.59 floored
-        QCOMPARE(wider.run({TerritoryButton}, "PSet")[0][u"DrawWidth"].toInt(), 3);
-
+        QCOMPARE(Redraw(d, 26000).run({TerritoryButton}, "PSet")[0][u"DrawWidth"].toInt(), 3); // 2.59 floored
         // A picture's canvas is 15 twips a pixel: at 667 pixels, 10005 twips,
         // the dots are one pixel wide, at 668 two.
         for (auto [pixels, width] : {std::pair{667, 1}, std::pair{668, 2}}) {
@@ -223,33 +227,6 @@ private slots:
             picture.redraw(d, buttons, zoom, r.host);
             QCOMPARE(traceOps(trace, "PSet")[0][u"DrawWidth"].toInt(), width);
         }
-    }
-
-    // In reports of the new style the second scanner paints over the first.
-    void scannerRangesInTheirColours()
-    {
-        GameData d = smallGame();
-        addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
-        Redraw r(d);
-        const auto circles = r.run({ScannedButton}, "Circle");
-        QCOMPARE(circles.size(), 2);
-        QCOMPARE(circles[0][u"FillColor"].toInt(), colour(64, 0, 0));
-        QCOMPARE(circles[1][u"FillColor"].toInt(), colour(64, 64, 0));
-        QCOMPARE(circles[1][u"r"].toDouble(), 50.0);
-        QCOMPARE(circles[0][u"DrawWidth"].toInt(), 4);
-    }
-
-    void layersComeInTheirFixedOrder()
-    {
-        GameData d = smallGame();
-        addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});
-        Redraw r(d);
-        const auto ops = r.run({HabButton, UniverseButton, ScannedButton});
-        QStringList sequence;
-        for (const QJsonObject &o : ops)
-            sequence << o[u"op"].toString() + QString::number(o[u"r"].toDouble());
-        // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
-        QCOMPARE(sequence, QStringList({"Cls0", "Circle100", "PSet0", "Circle30", "PSet0", "Circle30"}));
     }
 
     void clearMapReleasesEverythingButTheZoom()
@@ -294,13 +271,10 @@ private slots:
         dir.write("GAME.vmk", "L,100,100,200,300,3\r\nC,500,500,20,2\r\nT,10,20,Home,10.5\r\nC,1,1,1,9\r\n");
         Redraw replay(d);
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, replay.run({VmkButton}));
-        const auto ops = traceOps(replay.trace);
-        QCOMPARE(ops.size(), 4); // Cls, line, circle, text; colour 9 stops the replay
-        QCOMPARE(ops[1][u"color"].toInt(), colour(0, 255, 0));
-        QCOMPARE(ops[1][u"y2"].toDouble(), 3000.0);
-        QCOMPARE(ops[2][u"r"].toDouble(), 200.0);
-        QCOMPARE(ops[2][u"FillStyle"].toInt(), 1);
-        QCOMPARE(ops[3][u"FontSize"].toDouble(), 10.0);
+        // Cls, line, circle, text; colour 9 stops the replay.
+        const Ops want{{{"op", "Cls"}}, {{"color", colour(0, 255, 0)}, {"y2", 3000}}, {{"r", 200}, {"FillStyle", 1}},
+                       {{"FontSize", 10}}};
+        QCOMPARE(traceJson(traceOps(replay.trace), want), traceJson(want));
         QCOMPARE(d.AnnotationText, QStringLiteral("L,100,100,200,300,3\r\nC,500,500,20,2\r\nT,10,20,Home,10\r\n"));
     }
 };

@@ -12,6 +12,21 @@
 
 using Lines = QList<QByteArray>;
 
+struct MergeRow { QString ownAge, age2, owner2, year2, age3, owner, reportAge; };
+Q_DECLARE_METATYPE(MergeRow)
+
+struct InfluenceRow { QString owner, starbase, population, defence, populationAfter; bool own; int soi; };
+Q_DECLARE_METATYPE(InfluenceRow)
+
+struct LimitRow { int planets, ofOneName, reportLines; qint64 reportSize; QString message; };
+Q_DECLARE_METATYPE(LimitRow)
+
+struct SoiRow { QString population, starbase, defence; int soi; };
+Q_DECLARE_METATYPE(SoiRow)
+
+struct AttackRow { QString population, starbase, resources; int score; };
+Q_DECLARE_METATYPE(AttackRow)
+
 class GenerationTest : public QObject {
     Q_OBJECT
 
@@ -46,30 +61,26 @@ private slots:
     // less (97.92 - defence) / 489.6; SOI = floor(m * s), at most 100.
     void strengthOfInfluence_data()
     {
-        QTest::addColumn<QString>("population");
-        QTest::addColumn<QString>("starbase");
-        QTest::addColumn<QString>("defence");
-        QTest::addColumn<int>("soi");
+        QTest::addColumn<SoiRow>("row");
         // s = 12 (12.7 floored), m = 0.8, 9.6 floored: a rounding anywhere gives 10.
-        QTest::newRow("127000: both floors") << "127000" << "Space Dock" << "Unknown" << 9;
+        QTest::newRow("127000: both floors") << SoiRow{"127000", "Space Dock", "Unknown", 9};
         // s = 10 from 0, m = 1 + 2.08 / 489.6 = 1.00425.
-        QTest::newRow("5000: s raised to 10") << "5000" << "Orbital Fort" << "100%" << 10;
+        QTest::newRow("5000: s raised to 10") << SoiRow{"5000", "Orbital Fort", "100%", 10};
         // m = 0.7 - 47.92 / 489.6 = 0.602124; 30 * m = 18.06.
-        QTest::newRow("300000, no starbase") << "300000" << "None" << "50%" << 18;
+        QTest::newRow("300000, no starbase") << SoiRow{"300000", "None", "50%", 18};
         // m = 0.902124; 30 * m = 27.06.
-        QTest::newRow("300000, starbase") << "300000" << "Space Dock" << "50%" << 27;
+        QTest::newRow("300000, starbase") << SoiRow{"300000", "Space Dock", "50%", 27};
         // 101 * 1.00425 = 101.43.
-        QTest::newRow("101 capped") << "1010000" << "Space Dock" << "100%" << 100;
-        QTest::newRow("no population") << "0" << "Space Dock" << "100%" << 0;
+        QTest::newRow("101 capped") << SoiRow{"1010000", "Space Dock", "100%", 100};
+        QTest::newRow("no population") << SoiRow{"0", "Space Dock", "100%", 0};
         // s = 100, m = 1 - 57.92 / 489.6 = 0.8817.
-        QTest::newRow("1000000, defence 40%") << "1000000" << "Space Station" << "40%" << 88;
+        QTest::newRow("1000000, defence 40%") << SoiRow{"1000000", "Space Station", "40%", 88};
     }
     void strengthOfInfluence()
     {
-        QFETCH(QString, population);
-        QFETCH(QString, starbase);
-        QFETCH(QString, defence);
-        QTEST(::strengthOfInfluence(Value(population), Value(starbase), Value(defence)), "soi");
+        QFETCH(SoiRow, row);
+        const auto &[population, starbase, defence, soi] = row;
+        QCOMPARE(::strengthOfInfluence(Value(population), Value(starbase), Value(defence)), soi);
     }
 
     // a = round(P / 100000) half to even, at most 6; b = 3 with a starbase;
@@ -77,47 +88,39 @@ private slots:
     // are not above 0.
     void attackScore_data()
     {
-        QTest::addColumn<QString>("population");
-        QTest::addColumn<QString>("starbase");
-        QTest::addColumn<QString>("resources");
-        QTest::addColumn<int>("score");
-        QTest::newRow("a: 2.7 gives 3; c: 540 / 30") << "270000" << "None" << "0" << 3 + 0 + 18;
-        QTest::newRow("a: 2.5 gives 2; c: 16.7 gives 17") << "250000" << "Space Dock" << "500" << 2 + 3 + 17;
-        QTest::newRow("a: 3.5 gives 4") << "350000" << "None" << "1" << 4 + 0 + 0;
-        QTest::newRow("a: 7 capped at 6") << "700000" << "None" << "30" << 6 + 0 + 1;
-        QTest::newRow("c: 2.5 gives 2") << "0" << "None" << "75" << 0 + 0 + 2;
-        QTest::newRow("c: 45 / 30 = 1.5 gives 2") << "22500" << "None" << "0" << 0 + 0 + 2;
-        QTest::newRow("c: 30 / 30 from the population") << "15000" << "None" << "0" << 0 + 0 + 1;
+        QTest::addColumn<AttackRow>("row");
+        QTest::newRow("a: 2.7 gives 3; c: 540 / 30") << AttackRow{"270000", "None", "0", 3 + 0 + 18};
+        QTest::newRow("a: 2.5 gives 2; c: 16.7 gives 17") << AttackRow{"250000", "Space Dock", "500", 2 + 3 + 17};
+        QTest::newRow("a: 3.5 gives 4") << AttackRow{"350000", "None", "1", 4 + 0 + 0};
+        QTest::newRow("a: 7 capped at 6") << AttackRow{"700000", "None", "30", 6 + 0 + 1};
+        QTest::newRow("c: 2.5 gives 2") << AttackRow{"0", "None", "75", 0 + 0 + 2};
+        QTest::newRow("c: 45 / 30 = 1.5 gives 2") << AttackRow{"22500", "None", "0", 0 + 0 + 2};
+        QTest::newRow("c: 30 / 30 from the population") << AttackRow{"15000", "None", "0", 0 + 0 + 1};
     }
     void attackScore()
     {
-        QFETCH(QString, population);
-        QFETCH(QString, starbase);
-        QFETCH(QString, resources);
-        QTEST(::attackScore(Value(population), Value(starbase), Value(resources)), "score");
+        QFETCH(AttackRow, row);
+        const auto &[population, starbase, resources, score] = row;
+        QCOMPARE(::attackScore(Value(population), Value(starbase), Value(resources)), score);
     }
     // "Target" as the own report and players 2 and 3 saw it (no age: not
     // listed); the game year is 2400.
     void mergeByAge_data()
     {
-        for (const char *column : {"ownAge", "age2", "owner2", "year2", "age3", "owner", "reportAge"})
-            QTest::addColumn<QString>(column);
-        QTest::newRow("newest wins") << "" << "3" << "Two" << "" << "1" << "Three" << "1";
-        QTest::newRow("older report read later") << "" << "1" << "Two" << "" << "3" << "Two" << "1";
-        QTest::newRow("same age keeps the first") << "" << "2" << "Two" << "" << "2" << "Two" << "2";
-        QTest::newRow("age 0 always replaces") << "" << "0" << "Two" << "" << "0" << "Three" << "0";
-        QTest::newRow("own report kept at the same age") << "2" << "2" << "Two" << "" << "" << "Own" << "2";
-        QTest::newRow("own race's line ignored") << "" << "0" << "Humans" << "" << "5" << "Three" << "5";
-        QTest::newRow("fractional age") << "" << "0.5" << "Two" << "" << "" << "Two" << "0.5";
-        QTest::newRow("report year adds to the age") << "" << "0" << "Two" << "2398" << "1" << "Three" << "1";
+        QTest::addColumn<MergeRow>("row");
+        QTest::newRow("newest wins") << MergeRow{"", "3", "Two", "", "1", "Three", "1"};
+        QTest::newRow("older report read later") << MergeRow{"", "1", "Two", "", "3", "Two", "1"};
+        QTest::newRow("same age keeps the first") << MergeRow{"", "2", "Two", "", "2", "Two", "2"};
+        QTest::newRow("age 0 always replaces") << MergeRow{"", "0", "Two", "", "0", "Three", "0"};
+        QTest::newRow("own report kept at the same age") << MergeRow{"2", "2", "Two", "", "", "Own", "2"};
+        QTest::newRow("own race's line ignored") << MergeRow{"", "0", "Humans", "", "5", "Three", "5"};
+        QTest::newRow("fractional age") << MergeRow{"", "0.5", "Two", "", "", "Two", "0.5"};
+        QTest::newRow("report year adds to the age") << MergeRow{"", "0", "Two", "2398", "1", "Three", "1"};
     }
     void mergeByAge()
     {
-        QFETCH(QString, ownAge);
-        QFETCH(QString, age2);
-        QFETCH(QString, owner2);
-        QFETCH(QString, year2);
-        QFETCH(QString, age3);
+        QFETCH(MergeRow, row);
+        const auto &[ownAge, age2, owner2, year2, age3, owner, reportAge] = row;
         Lines own{homeLine()}, two, three;
         if (!ownAge.isEmpty())
             own << planetLine("Target", "Own", "None", ownAge, "1000");
@@ -129,8 +132,8 @@ private slots:
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
                           {{"game.P1", own}, {"game.P2", two}, {"game.P3", three}}, "2400", {{2, year2}}),
                  QString());
-        QTEST(d.planet(2)[Owner].text(), "owner");
-        QTEST(d.planet(2)[ReportAge].text(), "reportAge");
+        QCOMPARE(d.planet(2)[Owner].text(), owner);
+        QCOMPARE(d.planet(2)[ReportAge].text(), reportAge);
         const Value &age = d.planet(2)[ReportAge];
         QCOMPARE(d.planet(2)[AgeText].text(), age.val() == 0 ? "Current" : age.text() + " years old");
     }
@@ -153,32 +156,26 @@ private slots:
     // The formulas above as a load applies them, from the own report and another.
     void starbaseAndInfluence_data()
     {
-        for (const char *column : {"owner", "starbase", "population", "defence", "populationAfter"})
-            QTest::addColumn<QString>(column);
-        QTest::addColumn<bool>("own");
-        QTest::addColumn<int>("soi");
-        QTest::newRow("space dock stands for 500000") << "R" << "Space Dock" << "0" << "" << "500000" << false << 40;
-        QTest::newRow("no starbase, capped at 100") << "R" << "None" << "2000000" << "50%" << "2000000" << false << 100;
-        QTest::newRow("own report: owned, at least 5") << "R" << "None" << "0" << "0%" << "0" << true << 5;
-        QTest::newRow("own report: unowned, no minimum") << "" << "None" << "0" << "0%" << "0" << true << 0;
-        QTest::newRow("other report: no minimum") << "R" << "None" << "0" << "0%" << "0" << false << 0;
-        QTest::newRow("uninhabited is not 0") << "R" << "Death Star" << "" << "" << "Uninhabited" << false << 0;
+        QTest::addColumn<InfluenceRow>("row");
+        QTest::newRow("space dock stands for 500000") << InfluenceRow{"R", "Space Dock", "0", "", "500000", false, 40};
+        QTest::newRow("no starbase, capped at 100") << InfluenceRow{"R", "None", "2000000", "50%", "2000000", false, 100};
+        QTest::newRow("own report: owned, at least 5") << InfluenceRow{"R", "None", "0", "0%", "0", true, 5};
+        QTest::newRow("own report: unowned, no minimum") << InfluenceRow{"", "None", "0", "0%", "0", true, 0};
+        QTest::newRow("other report: no minimum") << InfluenceRow{"R", "None", "0", "0%", "0", false, 0};
+        QTest::newRow("uninhabited is not 0") << InfluenceRow{"R", "Death Star", "", "", "Uninhabited", false, 0};
     }
     void starbaseAndInfluence()
     {
-        QFETCH(QString, owner);
-        QFETCH(bool, own);
-        QFETCH(QString, starbase);
-        QFETCH(QString, population);
-        QFETCH(QString, defence);
+        QFETCH(InfluenceRow, row);
+        const auto &[owner, starbase, population, defence, populationAfter, own, soi] = row;
         const QByteArray line = planetLine("Target", owner, starbase, "0", population, {{10, defence}});
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
                           {{"game.P1", own ? Lines{homeLine(), line} : Lines{homeLine()}},
                            {"game.P2", own ? Lines{} : Lines{line}}}),
                  QString());
-        QTEST(d.planet(2)[Population].text(), "populationAfter");
-        QTEST(int(d.planet(2)[SOI].val()), "soi");
+        QCOMPARE(d.planet(2)[Population].text(), populationAfter);
+        QCOMPARE(int(d.planet(2)[SOI].val()), soi);
     }
 
     // The own report gives everything; a newer line of another report
@@ -351,30 +348,24 @@ private slots:
     // game loads; one beyond it, the load stops at that line.
     void limits_data()
     {
-        QTest::addColumn<int>("planets");
-        QTest::addColumn<int>("ofOneName");
-        QTest::addColumn<int>("reportLines");
-        QTest::addColumn<qint64>("reportSize");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("most planets") << MaxPlanets << 1 << 1 << qint64(0) << "";
-        QTest::newRow("one planet too many") << MaxPlanets + 1 << 1 << 1 << qint64(0)
-                                             << "game.map, line 2002: the map lists more than 2000 planets";
-        QTest::newRow("most of one name") << 20 << MaxPlanetsOfOneName << 1 << qint64(0) << "";
-        QTest::newRow("one more of that name") << 20 << MaxPlanetsOfOneName + 1 << 1 << qint64(0)
-                                               << "game.map, line 19: more than 16 planets are named \"Twin\"";
-        QTest::newRow("longest report") << 20 << 1 << MaxPlanets << qint64(0) << "";
-        QTest::newRow("one report line too many") << 20 << 1 << MaxPlanets + 1 << qint64(0)
-                                                  << "game.P1, line 2002: the report lists more than 2000 planets";
-        QTest::newRow("file too large") << 20 << 1 << 1 << MaxGameFileSize + 1
-                                        << "game.P1: the file is too large for a game file";
-        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1) << "game.P1: a device, not a game file";
+        QTest::addColumn<LimitRow>("row");
+        QTest::newRow("most planets") << LimitRow{MaxPlanets, 1, 1, 0, ""};
+        QTest::newRow("one planet too many") << LimitRow{MaxPlanets + 1, 1, 1, 0,
+                          "game.map, line 2002: the map lists more than 2000 planets"};
+        QTest::newRow("most of one name") << LimitRow{20, MaxPlanetsOfOneName, 1, 0, ""};
+        QTest::newRow("one more of that name") << LimitRow{20, MaxPlanetsOfOneName + 1, 1, 0,
+                          "game.map, line 19: more than 16 planets are named \"Twin\""};
+        QTest::newRow("longest report") << LimitRow{20, 1, MaxPlanets, 0, ""};
+        QTest::newRow("one report line too many") << LimitRow{20, 1, MaxPlanets + 1, 0,
+                          "game.P1, line 2002: the report lists more than 2000 planets"};
+        QTest::newRow("file too large") << LimitRow{20, 1, 1, MaxGameFileSize + 1,
+                          "game.P1: the file is too large for a game file"};
+        QTest::newRow("a device without end") << LimitRow{20, 1, 1, -1, "game.P1: a device, not a game file"};
     }
     void limits()
     {
-        QFETCH(int, planets);
-        QFETCH(int, ofOneName);
-        QFETCH(int, reportLines);
-        QFETCH(qint64, reportSize);
+        QFETCH(LimitRow, row);
+        const auto &[planets, ofOneName, reportLines, reportSize, message] = row;
         QList<MapPlanet> map{{"Home", 1100, 1100}};
         for (int i = 1; i < planets; ++i)
             map << MapPlanet{i <= ofOneName ? QString("Twin") : QString("P%1").arg(i), 1100 + i % 300, 1100 + i / 300};
@@ -389,7 +380,6 @@ private slots:
         }
         GameData d;
         const QString got = game.load(d);
-        QFETCH(QString, message);
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
     }
 

@@ -53,34 +53,36 @@ using Scene = std::function<void(GameData &)>;
 
 } // namespace
 
-Q_DECLARE_METATYPE(Scene)
+struct HabRow { double hab; bool reported; int radius, colour; };
+Q_DECLARE_METATYPE(HabRow)
+
+struct GrowthRow { double population, hab; int colour, mines; };
+Q_DECLARE_METATYPE(GrowthRow)
+
+struct LayerRow { Scene scene; QList<int> buttons; QString op; Ops want; };
+Q_DECLARE_METATYPE(LayerRow)
 
 class LayersTest : public QObject {
     Q_OBJECT
 private slots:
     void habRadiiAndColours_data()
     {
-        QTest::addColumn<double>("hab");
-        QTest::addColumn<bool>("reported");
-        QTest::addColumn<int>("radius");
-        QTest::addColumn<int>("colour");
-        QTest::newRow("hostile -45") << -45.0 << true << 150 << colour(255, 0, 0);
-        QTest::newRow("-10 is magenta") << -10.0 << true << 150 << colour(255, 0, 255);
-        QTest::newRow("0") << 0.0 << true << 30 << colour(255, 255, 0);
-        QTest::newRow("10 is yellow") << 10.0 << true << 150 << colour(255, 255, 0);
-        QTest::newRow("10.4 green, radius of 10") << 10.4 << true << 150 << colour(0, 255, 0);
-        QTest::newRow("10.4 unreported") << 10.4 << false << 30 << colour(0, 255, 0);
-        QTest::newRow("11 rounds 16.5 to 16, raised to 30") << 11.0 << true << 30 << colour(0, 255, 0);
-        QTest::newRow("45") << 45.0 << true << 68 << colour(0, 255, 0);
-        QTest::newRow("45 unreported") << 45.0 << false << 45 << colour(0, 255, 0);
-        QTest::newRow("0 unexplored is grey") << 0.0 << false << 30 << colour(80, 60, 60);
+        QTest::addColumn<HabRow>("row");
+        QTest::newRow("hostile -45") << HabRow{-45.0, true, 150, colour(255, 0, 0)};
+        QTest::newRow("-10 is magenta") << HabRow{-10.0, true, 150, colour(255, 0, 255)};
+        QTest::newRow("0") << HabRow{0.0, true, 30, colour(255, 255, 0)};
+        QTest::newRow("10 is yellow") << HabRow{10.0, true, 150, colour(255, 255, 0)};
+        QTest::newRow("10.4 green, radius of 10") << HabRow{10.4, true, 150, colour(0, 255, 0)};
+        QTest::newRow("10.4 unreported") << HabRow{10.4, false, 30, colour(0, 255, 0)};
+        QTest::newRow("11 rounds 16.5 to 16, raised to 30") << HabRow{11.0, true, 30, colour(0, 255, 0)};
+        QTest::newRow("45") << HabRow{45.0, true, 68, colour(0, 255, 0)};
+        QTest::newRow("45 unreported") << HabRow{45.0, false, 45, colour(0, 255, 0)};
+        QTest::newRow("0 unexplored is grey") << HabRow{0.0, false, 30, colour(80, 60, 60)};
     }
     void habRadiiAndColours()
     {
-        QFETCH(double, hab);
-        QFETCH(bool, reported);
-        QFETCH(int, radius);
-        QFETCH(int, colour);
+        QFETCH(HabRow, row);
+        const auto &[hab, reported, radius, colour] = row;
         GameData d = smallGame();
         addPlanet(d, 500, 500, reported ? "Current" : "", {{Hab, hab}});
         const Ops want{{{"r", radius}, {"FillColor", colour}, {"DrawMode", 15}, {"DrawStyle", 5}}};
@@ -89,27 +91,22 @@ private slots:
 
     void growthColours_data()
     {
-        QTest::addColumn<double>("population");
-        QTest::addColumn<double>("hab");
-        QTest::addColumn<int>("colour");
-        QTest::addColumn<int>("mines"); // with ironium to mine and a starbase
-        QTest::newRow("half full") << 250000.0 << 50.0 << colour(128, 127, 0) << -1;
-        QTest::newRow("3% counts as 5%") << 40000.0 << 3.0 << colour(204, 51, 0) << -1;
+        QTest::addColumn<GrowthRow>("row");
+        QTest::newRow("half full") << GrowthRow{250000.0, 50.0, colour(128, 127, 0), -1};
+        QTest::newRow("3% counts as 5%") << GrowthRow{40000.0, 3.0, colour(204, 51, 0), -1};
         // 99.5 % full: the floor keeps it off red.
-        QTest::newRow("almost full") << 497500.0 << 50.0 << colour(252, 3, 0) << -1;
-        QTest::newRow("almost full at 5%") << 49750.0 << 3.0 << colour(252, 3, 0) << -1;
-        QTest::newRow("dying") << 100000.0 << -20.0 << colour(142, 0, 255) << -1;
+        QTest::newRow("almost full") << GrowthRow{497500.0, 50.0, colour(252, 3, 0), -1};
+        QTest::newRow("almost full at 5%") << GrowthRow{49750.0, 3.0, colour(252, 3, 0), -1};
+        QTest::newRow("dying") << GrowthRow{100000.0, -20.0, colour(142, 0, 255), -1};
         // Under ten mines a starbase world counts three million: 10 % full, 25.5 to 26.
-        QTest::newRow("starbase, nine mines") << 300000.0 << 50.0 << colour(26, 229, 0) << 9;
-        QTest::newRow("starbase, ten mines") << 300000.0 << 50.0 << colour(153, 102, 0) << 10;
-        QTest::newRow("starbase, nine mines, no ironium") << 300000.0 << 50.0 << colour(153, 102, 0) << 0;
+        QTest::newRow("starbase, nine mines") << GrowthRow{300000.0, 50.0, colour(26, 229, 0), 9};
+        QTest::newRow("starbase, ten mines") << GrowthRow{300000.0, 50.0, colour(153, 102, 0), 10};
+        QTest::newRow("starbase, nine mines, no ironium") << GrowthRow{300000.0, 50.0, colour(153, 102, 0), 0};
     }
     void growthColours()
     {
-        QFETCH(double, population);
-        QFETCH(double, hab);
-        QFETCH(int, colour);
-        QFETCH(int, mines);
+        QFETCH(GrowthRow, row);
+        const auto &[population, hab, colour, mines] = row;
         GameData d = smallGame();
         d.OwnRaceName = QStringLiteral("Us");
         for (const char16_t *owner : {u"Us", u"Them"}) // the other race's colony is not drawn
@@ -122,7 +119,8 @@ private slots:
             p[IronMR] = Value(mines == 0 ? 0 : 30);
         }
         // Neither layer draws an own world without colonists.
-        addPlanet(d, 600, 600, {}, {{Owner, u"Us"}, {Population, 0}, {Resources, u"10"}, {Hab, 50}, {Starbase, u"Space Dock"}});
+        addPlanet(d, 600, 600, {},
+                  {{Owner, u"Us"}, {Population, 0}, {Resources, u"10"}, {Hab, 50}, {Starbase, u"Space Dock"}});
         const Ops want{{{"color", colour}, {"r", 50}, {"DrawMode", 13}}};
         QCOMPARE(traceJson(Redraw(d).run({GrowthButton}, "Circle"), want), traceJson(want));
     }
@@ -130,52 +128,48 @@ private slots:
     // One game, the buttons pressed, and the fields of the operations drawn.
     void layers_data()
     {
-        QTest::addColumn<Scene>("scene");
-        QTest::addColumn<QList<int>>("buttons");
-        QTest::addColumn<QString>("op"); // empty: every operation
-        QTest::addColumn<Ops>("want");
+        QTest::addColumn<LayerRow>("row");
         // Owned: two black surrounds first, then marker, marker, ring; then
         // attack, where a million colonists give 205 and 410 + 50 is capped.
-        QTest::newRow("owned marks, attack") << Scene([](GameData &d) {
+        QTest::newRow("owned marks, attack") << LayerRow{[](GameData &d) {
             addPlanet(d, 100, 100, {}, {{Population, 1000000}, {Starbase, u"None"}, {OwnerIndex, 1}});
             addPlanet(d, 200, 200, {}, {{Population, 2000000}, {Starbase, u"Space Dock"}, {OwnerIndex, 2}});
             addPlanet(d, 300, 300, {}, {{Population, 0}, {Starbase, u"Space Dock"}}); // no colonists: not drawn
-        }) << QList<int>{OwnedButton, AttackButton} << "Circle"
-           << Ops{{{"r", 90}}, {{"r", 90}}, {{"FillColor", colour(255, 0, 0)}}, {{"FillColor", colour(0, 255, 0)}},
-                  {{"r", 70}, {"FillStyle", 1}}, {{"color", colour(205, 50, 0)}}, {{"color", colour(255, 0, 0)}}};
-        QTest::newRow("border under the marker") << Scene([](GameData &d) { addPlanet(d, 500, 500, {}, {{OwnerIndex, 1}, {SOI, 50}}); })
-            << QList<int>{BordersButton, UniverseButton} << "Circle"
-            << Ops{{{"r", 500}, {"DrawMode", 15}}, {{"FillStyle", 7}, {"DrawMode", 13}}, {{"r", 30}}};
-        QTest::newRow("planets on the view's edge left out") << Scene([](GameData &d) {
+        }, {OwnedButton, AttackButton}, "Circle",
+            {{{"r", 90}}, {{"r", 90}}, {{"FillColor", colour(255, 0, 0)}}, {{"FillColor", colour(0, 255, 0)}},
+             {{"r", 70}, {"FillStyle", 1}}, {{"color", colour(205, 50, 0)}}, {{"color", colour(255, 0, 0)}}}};
+        QTest::newRow("border under the marker") << LayerRow{[](GameData &d) {
+            addPlanet(d, 500, 500, {}, {{OwnerIndex, 1}, {SOI, 50}});
+        }, {BordersButton, UniverseButton}, "Circle",
+            {{{"r", 500}, {"DrawMode", 15}}, {{"FillStyle", 7}, {"DrawMode", 13}}, {{"r", 30}}}};
+        QTest::newRow("planets on the view's edge left out") << LayerRow{[](GameData &d) {
             for (auto [x, y] : {std::pair{0, 500}, {500, 0}, {2000, 500}, {500, 2000}, {1000, 1000}})
                 addPlanet(d, x, y);
-        }) << QList<int>{UniverseButton} << "PSet" << Ops{{{"x", 10000}}};
+        }, {UniverseButton}, "PSet", {{{"x", 10000}}}};
         // 127.5 and 1.5 to even; 15000 twips over 10020 units give width 2.
-        QTest::newRow("territory dimmed by strength") << Scene([](GameData &d) {
+        QTest::newRow("territory dimmed by strength") << LayerRow{[](GameData &d) {
             d.RaceRGB[0] = {255, 3, 255};
             d.Grid.set(1, 2, 1, 50);
             d.Grid.set(4, 4, 1, 100); // the last column and row
-        }) << QList<int>{TerritoryButton} << "PSet"
-           << Ops{{{"color", colour(128, 2, 128)}, {"x", 2500}, {"y", 5000}, {"DrawWidth", 2}, {"DrawMode", 13}},
-                  {{"color", colour(255, 3, 255)}, {"x", 10000}}};
+        }, {TerritoryButton}, "PSet",
+            {{{"color", colour(128, 2, 128)}, {"x", 2500}, {"y", 5000}, {"DrawWidth", 2}, {"DrawMode", 13}},
+             {{"color", colour(255, 3, 255)}, {"x", 10000}}}};
         // In reports of the new style the second scanner paints over the first.
-        QTest::newRow("scanner ranges") << Scene([](GameData &d) {
+        QTest::newRow("scanner ranges") << LayerRow{[](GameData &d) {
             addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
-        }) << QList<int>{ScannedButton} << "Circle"
-           << Ops{{{"FillColor", colour(64, 0, 0)}, {"DrawWidth", 4}}, {{"FillColor", colour(64, 64, 0)}, {"r", 50}}};
+        }, {ScannedButton}, "Circle",
+            {{{"FillColor", colour(64, 0, 0)}, {"DrawWidth", 4}}, {{"FillColor", colour(64, 64, 0)}, {"r", 50}}}};
         // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
-        QTest::newRow("layers in their fixed order") << Scene([](GameData &d) {
+        QTest::newRow("layers in their fixed order") << LayerRow{[](GameData &d) {
             addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});
-        }) << QList<int>{HabButton, UniverseButton, ScannedButton} << ""
-           << Ops{{{"op", "Cls"}}, {{"op", "Circle"}, {"r", 100}}, {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}},
-                  {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}}};
+        }, {HabButton, UniverseButton, ScannedButton}, "",
+            {{{"op", "Cls"}}, {{"op", "Circle"}, {"r", 100}}, {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}},
+             {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}}}};
     }
     void layers()
     {
-        QFETCH(Scene, scene);
-        QFETCH(QList<int>, buttons);
-        QFETCH(QString, op);
-        QFETCH(Ops, want);
+        QFETCH(LayerRow, row);
+        const auto &[scene, buttons, op, want] = row;
         GameData d = smallGame();
         scene(d);
         Redraw r(d);

@@ -1,6 +1,5 @@
-// What the data windows work out, without a display: the planet grid's
-// cells, tints and sort orders, the empire averages and the checks on a new
-// habitability bound.
+// What the data windows work out without a display: the planet grid's cells,
+// tints and sorts, the empire averages, and the checks on a new habitability bound.
 
 #include "EmpireStatistics.h"
 #include "PlanetGridModel.h"

@@ -1,6 +1,5 @@
-// Race colours across the turns of a history: a race keeps its first
-// colour when the reports list the races in another order, a race met late
-// takes a free colour, and colours the user chose are kept and reserved.
+// Race colours across a history's turns: kept when the order changes, a free
+// one for a race met late, and the user's choices kept and reserved.
 
 #include "StableRaceColours.h"
 

@@ -1,7 +1,5 @@
-// The influence and attack formulas in rows worked out by hand (a floor for
-// a rounding, or a bound moved by one, changes a row); generation on small
-// hand-made games; and the territory grid, by hand and against the plain
-// every-cell-every-source loop on the real maps.
+// Influence and attack formulas in rows worked out by hand, generation on small
+// hand-made games, and the territory grid against the plain every-cell loop.
 
 #include "Influence.h"
 #include "MapFile.h"

@@ -1,7 +1,5 @@
-// Every input the fuzzers ever crashed on, replayed through the same entry
-// points as the harnesses: each must load or give the one-line message,
-// never crash (the sanitizer build also catches memory errors here) and
-// never end in another kind of exception.
+// Every input the fuzzers ever crashed on, replayed through the harnesses'
+// entry points: each loads or gives a one-line message, never crashes or throws.
 
 #include "FuzzEntries.h"
 

@@ -1,6 +1,4 @@
-// The menu overlays checked through the trace of a recording canvas: the
-// hab estimate and its carried count, the value, mineral and age discs, the
-// stargate lines' order, the names' placement, and veltro-cli --overlay.
+// The menu overlays through the trace of a recording canvas, and veltro-cli --overlay.
 
 #include "EstHabOverlay.h"
 #include "MineralOverlays.h"

@@ -1,7 +1,5 @@
-// The canvas's two surfaces: the picture, checked on its pixels (on a
-// 1002-pixel surface one pixel is ten canvas units: positions below are pixel
-// positions x 10), and the trace, compared as exact text since scripts diff
-// the traces of two runs.
+// The canvas's surfaces: the picture on its pixels (on 1002 pixels one pixel is
+// ten canvas units), and the trace as exact text, since scripts diff traces.
 
 #include "Colour.h"
 #include "PictureChecks.h"
@@ -24,11 +22,7 @@ constexpr QRgb RedPixel = 0xFFFF0000, GreenPixel = 0xFF00FF00, YellowPixel = 0xF
 // A disc without rim.
 void disc(RasterSurface &surface, float x, float y, float r, int fillStyle, int32_t fill, int drawMode = 13)
 {
-    DrawingState s;
-    s.DrawMode = drawMode;
-    s.DrawStyle = 5;
-    s.FillStyle = fillStyle;
-    s.FillColor = fill;
+    const DrawingState s{.DrawMode = drawMode, .DrawStyle = 5, .FillStyle = fillStyle, .FillColor = fill};
     surface.circle(s, x, y, r, std::nullopt, std::nullopt);
 }
 
@@ -49,10 +43,7 @@ private slots:
         QCOMPARE(surface.image().pixel(75, 50), RedPixel);
 
         // A rim in ForeColor and no fill.
-        DrawingState s;
-        s.DrawMode = 15;
-        s.DrawWidth = 4;
-        s.ForeColor = Green;
+        DrawingState s{.DrawMode = 15, .DrawWidth = 4, .ForeColor = Green};
         surface.cls();
         disc(surface, 500, 500, 300, 0, Red);
         surface.circle(s, 500, 500, 200, std::nullopt, std::nullopt);

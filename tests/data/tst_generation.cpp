@@ -88,6 +88,7 @@ private slots:
         QTest::newRow("127000: both floors") << SoiRow{"127000", "Space Dock", "Unknown", 9};
         // s = 10 from 0, m = 1 + 2.08 / 489.6 = 1.00425.
         QTest::newRow("5000: s raised to 10") << SoiRow{"5000", "Orbital Fort", "100%", 10};
+        QTest::newRow("50000: s of 5 raised to 10, no defence") << SoiRow{"50000", "Space Dock", "", 8};
         // m = 0.7 - 47.92 / 489.6 = 0.602124; 30 * m = 18.06.
         QTest::newRow("300000, no starbase") << SoiRow{"300000", "None", "50%", 18};
         // m = 0.902124; 30 * m = 27.06.

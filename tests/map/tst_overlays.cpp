@@ -66,7 +66,8 @@ private slots:
         QTest::newRow("centre of the widest race") << EstimateRow{wide, QList<double>{0.96, 0, 50}, none, 100, 0};
         QTest::newRow("on every bound") << EstimateRow{wide, QList<double>{0.12, -200, 0}, none, 0, 0};
         // (0.15 - 0.12) / (0.17 - 0.12) is 0.5999999999999998 until cleaned to 15 digits.
-        QTest::newRow("ratio cleaned before the floor") << EstimateRow{{0.12, 0.29, -100, 100, 0, 100}, {0.15, 50, 50}, none, 70, 0};
+        QTest::newRow("ratio cleaned before the floor")
+            << EstimateRow{{0.12, 0.29, -100, 100, 0, 100}, {0.15, 50, 50}, none, 70, 0};
         QTest::newRow("two axes out") << EstimateRow{{1, 2, -100, 100, 0, 100}, {2.26, 150, 25}, none, -25, 2};
         QTest::newRow("no gravity scores the carry") << EstimateRow{wide, {0, 0, 50}, {-0.5, -0.5, 0.5, 2}, -14, 1};
     }

@@ -1,6 +1,5 @@
-// What the data windows work out, without a display: the planet grid's
-// cells, tints and sort orders, the empire averages and the checks on a new
-// habitability bound.
+// What the data windows work out without a display: the planet grid's cells,
+// tints and sorts, the empire averages, and the checks on a new habitability bound.
 
 #include "EmpireStatistics.h"
 #include "PlanetGridModel.h"
@@ -37,6 +36,9 @@ PlayerInfo race(double planets, double population, double iron)
 }
 
 } // namespace
+
+struct RangeRow { int field; QString answer; int result; double stored; };
+Q_DECLARE_METATYPE(RangeRow)
 
 class DataTablesTest : public QObject {
     Q_OBJECT
@@ -114,35 +116,30 @@ private slots:
 
     void rangeAnswers_data()
     {
-        QTest::addColumn<int>("field");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<int>("result");
-        QTest::addColumn<double>("stored");
+        QTest::addColumn<RangeRow>("row");
         const int stored = int(RangeAnswer::Stored), refused = int(RangeAnswer::Refused);
-        QTest::newRow("0.125 rounds to the lowest gravity") << int(MinGrav) << "0.125" << stored << 0.12;
-        QTest::newRow("below the lowest gravity") << int(MinGrav) << "0.11" << refused << 0.5;
-        QTest::newRow("minimum up to the maximum") << int(MinGrav) << "2 g" << stored << 2.0;
-        QTest::newRow("minimum above the maximum") << int(MinGrav) << "2.01" << refused << 0.5;
-        QTest::newRow("highest gravity") << int(MaxGrav) << "8" << stored << 8.0;
-        QTest::newRow("beyond the highest gravity") << int(MaxGrav) << "8.01" << refused << 2.0;
+        QTest::newRow("0.125 rounds to the lowest gravity") << RangeRow{int(MinGrav), "0.125", stored, 0.12};
+        QTest::newRow("below the lowest gravity") << RangeRow{int(MinGrav), "0.11", refused, 0.5};
+        QTest::newRow("minimum up to the maximum") << RangeRow{int(MinGrav), "2 g", stored, 2.0};
+        QTest::newRow("minimum above the maximum") << RangeRow{int(MinGrav), "2.01", refused, 0.5};
+        QTest::newRow("highest gravity") << RangeRow{int(MaxGrav), "8", stored, 8.0};
+        QTest::newRow("beyond the highest gravity") << RangeRow{int(MaxGrav), "8.01", refused, 2.0};
         // The other axes' fixed ends; this race's own temperature and radiation bounds are 0.
-        QTest::newRow("lowest temperature") << int(MinTemp) << "-200" << stored << -200.0;
-        QTest::newRow("below the lowest temperature") << int(MinTemp) << "-200.01" << refused << 0.0;
-        QTest::newRow("highest temperature") << int(MaxTemp) << "200" << stored << 200.0;
-        QTest::newRow("beyond the highest temperature") << int(MaxTemp) << "200.01" << refused << 0.0;
-        QTest::newRow("highest radiation") << int(MaxRad) << "100" << stored << 100.0;
-        QTest::newRow("beyond the highest radiation") << int(MaxRad) << "100.01" << refused << 0.0;
-        QTest::newRow("below the lowest radiation") << int(MinRad) << "-0.01" << refused << 0.0;
-        QTest::newRow("no number is 0") << int(MinRad) << "none" << stored << 0.0;
-        QTest::newRow("empty answer") << int(MaxGrav) << "" << int(RangeAnswer::Unchanged) << 2.0;
+        QTest::newRow("lowest temperature") << RangeRow{int(MinTemp), "-200", stored, -200.0};
+        QTest::newRow("below the lowest temperature") << RangeRow{int(MinTemp), "-200.01", refused, 0.0};
+        QTest::newRow("highest temperature") << RangeRow{int(MaxTemp), "200", stored, 200.0};
+        QTest::newRow("beyond the highest temperature") << RangeRow{int(MaxTemp), "200.01", refused, 0.0};
+        QTest::newRow("highest radiation") << RangeRow{int(MaxRad), "100", stored, 100.0};
+        QTest::newRow("beyond the highest radiation") << RangeRow{int(MaxRad), "100.01", refused, 0.0};
+        QTest::newRow("below the lowest radiation") << RangeRow{int(MinRad), "-0.01", refused, 0.0};
+        QTest::newRow("no number is 0") << RangeRow{int(MinRad), "none", stored, 0.0};
+        QTest::newRow("empty answer") << RangeRow{int(MaxGrav), "", int(RangeAnswer::Unchanged), 2.0};
     }
 
     void rangeAnswers()
     {
-        QFETCH(int, field);
-        QFETCH(QString, answer);
-        QFETCH(int, result);
-        QFETCH(double, stored);
+        QFETCH(RangeRow, row);
+        const auto &[field, answer, result, stored] = row;
         PlayerInfo r = race(1, 1, 1);
         QCOMPARE(int(applyRangeAnswer(r, field, answer)), result);
         QCOMPARE(r[field].val(), stored);

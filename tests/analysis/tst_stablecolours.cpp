@@ -1,23 +1,27 @@
-// Race colours across the turns of a history: a race keeps its first
-// colour when the reports list the races in another order, a race met late
-// takes a free colour, and colours the user chose are kept and reserved.
+// Race colours across a history's turns: kept when the order changes, a free
+// one for a race met late, and the user's choices kept and reserved.
 
 #include "StableRaceColours.h"
 
+#include <QColor>
 #include <QTest>
 
 namespace {
 
-const RaceColours starts = defaultRaceColours();
-// The first four start colours, as a user would give them.
-const RaceColour red{255, 0, 0}, green{0, 255, 0}, blue{0, 0, 255}, yellow{255, 255, 0};
+// A colour as a row writes it: the number of the start colour it is, or #rrggbb.
+QString colourName(const RaceColour &c)
+{
+    const RaceColours starts = defaultRaceColours();
+    const auto found = std::find(starts.begin(), starts.end(), c);
+    return found != starts.end() ? QString::number(found - starts.begin()) : QColor(c[0], c[1], c[2]).name();
+}
 
-QStringList racesNamed(int count, const QString &prefix)
+QString racesNamed(int from, int to)
 {
     QStringList names;
-    for (int i = 0; i < count; ++i)
-        names << prefix + QString::number(i);
-    return names;
+    for (int i = from; i <= to; ++i)
+        names << QString("R%1").arg(i);
+    return names.join(u' ');
 }
 
 } // namespace
@@ -25,77 +29,58 @@ QStringList racesNamed(int count, const QString &prefix)
 class StableColoursTest : public QObject {
     Q_OBJECT
 private slots:
-    void raceKeepsItsColourWhenTheOrderChanges()
+    // Turns of races by column; for each, its first columns' colours (0 red,
+    // 1 green, 2 blue, 3 yellow: the start colours); colours chosen first;
+    // and every race met, in order.
+    void turns_data()
     {
-        StableRaceColours colours;
-        const RaceColours first = colours.nextTurn({"Humans", "Vorn"});
-        QCOMPARE(first[0], red);
-        QCOMPARE(first[1], green);
-        const RaceColours second = colours.nextTurn({"Vorn", "Humans"});
-        QCOMPARE(second[0], green);
-        QCOMPARE(second[1], red);
+        QTest::addColumn<QStringList>("turns");
+        QTest::addColumn<QStringList>("colours");
+        QTest::addColumn<QStringList>("chosen");
+        QTest::addColumn<QString>("met");
         // Columns past the races keep the start colours.
-        QCOMPARE(second[2], blue);
+        QTest::newRow("order changes") << QStringList{"Humans Vorn", "Vorn Humans"} << QStringList{"0 1", "1 0 2"}
+                                       << QStringList() << "Humans Vorn";
+        // Krell's column 0 would be red, which the Humans hold; Ashari's own
+        // column colour is free, so it keeps it, as a single load would show it.
+        QTest::newRow("met in the third turn")
+            << QStringList{"Humans Vorn", "Vorn Humans", "Krell Humans Vorn", "Vorn Krell", "Vorn Krell Humans Ashari"}
+            << QStringList{"0 1", "1 0", "2 0 1", "1 2", "1 2 0 3"} << QStringList() << "Humans Vorn Krell Ashari";
+        QTest::newRow("gone races keep their colours") << QStringList{"Humans Vorn", "Krell Vorn", "Humans"}
+                                                       << QStringList{"0 1", "2 1", "0"} << QStringList() << "Humans Vorn Krell";
+        // Red is reserved for the Vorn, so the Humans take the first free one:
+        // green, since the Vorn do not use it.
+        QTest::newRow("chosen colours kept and reserved") << QStringList{"Humans Vorn", "Krell"}
+                                                          << QStringList{"1 0", "#c86432"}
+                                                          << QStringList{"Vorn #ff0000", "Krell #c86432"} << "Humans Vorn Krell";
+        // With all sixteen colours given, a newcomer takes one that no race of
+        // its own turn shows: R0 is gone, and its own column's green is R1's.
+        QTest::newRow("more races than colours")
+            << QStringList{racesNamed(0, 15), "R1 Newcomer " + racesNamed(2, 15)}
+            << QStringList{"0 1 2", "1 0 2 3 4 5 6 7 8 9 10 11 12 13 14 15"} << QStringList()
+            << racesNamed(0, 15) + " Newcomer";
     }
-
-    void raceMetInTheThirdTurnTakesAFreeColour()
+    void turns()
     {
-        StableRaceColours colours;
-        colours.nextTurn({"Humans", "Vorn"});
-        colours.nextTurn({"Vorn", "Humans"});
-        // Krell's column 1 would be red, which the Humans hold.
-        const RaceColours third = colours.nextTurn({"Krell", "Humans", "Vorn"});
-        QCOMPARE(third[0], blue);
-        QCOMPARE(third[1], red);
-        QCOMPARE(third[2], green);
-        const RaceColours fourth = colours.nextTurn({"Vorn", "Krell"});
-        QCOMPARE(fourth[1], blue);
-        QCOMPARE(colours.races().size(), size_t(3));
-        QCOMPARE(colours.races()[2].name, QString("Krell"));
-        // A race met late whose own column colour is free keeps it, as a
-        // single load would show it.
-        const RaceColours fifth = colours.nextTurn({"Vorn", "Krell", "Humans", "Ashari"});
-        QCOMPARE(fifth[3], yellow);
-    }
-
-    void goneRacesKeepTheirColours()
-    {
-        // The Humans are gone in the second turn; their red stays theirs.
-        StableRaceColours colours;
-        colours.nextTurn({"Humans", "Vorn"});
-        const RaceColours second = colours.nextTurn({"Krell", "Vorn"});
-        QCOMPARE(second[0], blue);
-        QCOMPARE(colours.nextTurn({"Humans"})[0], red);
-    }
-
-    void chosenColoursAreKeptAndReserved()
-    {
-        StableRaceColours colours;
-        colours.choose("Vorn", red);
-        const RaceColours first = colours.nextTurn({"Humans", "Vorn"});
-        // Red is reserved for the Vorn, so the Humans take the first free one;
-        // green is free again, since the Vorn do not use it.
-        QCOMPARE(first[1], red);
-        QCOMPARE(first[0], green);
-        colours.choose("Krell", RaceColour{200, 100, 50});
-        QCOMPARE(colours.nextTurn({"Krell"})[0], (RaceColour{200, 100, 50}));
-    }
-
-    void moreRacesThanColours()
-    {
-        // With all sixteen colours given, a newcomer takes one that no race
-        // of its own turn shows.
-        StableRaceColours colours;
-        colours.nextTurn(racesNamed(16, "R"));
-        // R0 is gone; the newcomer's own column colour, green, is R1's.
-        QStringList second = racesNamed(16, "R");
-        second.removeFirst();
-        second.insert(1, "Newcomer");
-        const RaceColours table = colours.nextTurn(second);
-        QCOMPARE(table[0], green);
-        QCOMPARE(table[1], red);
-        for (int k = 2; k < 16; ++k)
-            QCOMPARE(table[size_t(k)], starts[size_t(k)]);
+        QFETCH(QStringList, turns);
+        QFETCH(QStringList, colours);
+        QFETCH(QStringList, chosen);
+        StableRaceColours stable;
+        for (const QString &choice : chosen) {
+            const QColor c(choice.section(u' ', 1));
+            stable.choose(choice.section(u' ', 0, 0), RaceColour{int16_t(c.red()), int16_t(c.green()), int16_t(c.blue())});
+        }
+        for (int t = 0; t < turns.size(); ++t) {
+            const RaceColours table = stable.nextTurn(turns[t].split(u' '));
+            QStringList seen;
+            for (qsizetype k = 0; k < colours[t].split(u' ').size(); ++k)
+                seen << colourName(table[size_t(k)]);
+            QCOMPARE(seen.join(u' '), colours[t]);
+        }
+        QStringList met;
+        for (const StableRaceColours::Race &race : stable.races())
+            met << race.name;
+        QTEST(met.join(u' '), "met");
     }
 };
 

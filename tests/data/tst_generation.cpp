@@ -1,40 +1,149 @@
-// Generation on small hand-made games: merging, influence, races and
-// their tolerance ranges, attack scores, annotations.
+// Influence and attack formulas in rows worked out by hand, generation on small
+// hand-made games, and the territory grid against the plain every-cell loop.
 
+#include "Influence.h"
+#include "MapFile.h"
+#include "ReferenceTerritoryGrid.h"
 #include "TestGame.h"
 #include "TextReader.h"
 
+#include <QDir>
+#include <QRandomGenerator>
 #include <QTest>
 #include <cmath>
 
+namespace {
+
 using Lines = QList<QByteArray>;
+using Sources = std::vector<InfluenceSource>;
+using Won = std::array<int32_t, MaxPlayers>;
+
+// Every cell, and when given every race's count of cells won, must match the plain loop.
+void compareWithReference(const TerritoryGrid &grid, const Won *won, const Sources &sources, int size, double step)
+{
+    TerritoryGrid expected;
+    Won expectedWon{};
+    referenceTerritoryGrid(sources, size, step, MaxPlayers, expected, expectedWon);
+    for (int gx = 0; gx <= size; ++gx)
+        for (int gy = 0; gy <= size; ++gy)
+            if (grid.owner(gx, gy) != expected.owner(gx, gy) || grid.strength(gx, gy) != expected.strength(gx, gy))
+                QFAIL(qPrintable(QString("cell (%1, %2): %3/%4, expected %5/%6").arg(gx).arg(gy).arg(grid.owner(gx, gy))
+                                     .arg(grid.strength(gx, gy)).arg(expected.owner(gx, gy)).arg(expected.strength(gx, gy))));
+    QVERIFY(!won || *won == expectedWon);
+}
+
+} // namespace
+
+struct MergeRow { QString ownAge, age2, owner2, year2, age3, owner, reportAge; };
+Q_DECLARE_METATYPE(MergeRow)
+
+struct InfluenceRow { QString owner, starbase, population, defence, populationAfter; bool own; int soi; };
+Q_DECLARE_METATYPE(InfluenceRow)
+
+struct LimitRow { int planets, ofOneName, reportLines; qint64 reportSize; QString message; };
+Q_DECLARE_METATYPE(LimitRow)
+
+struct SoiRow { QString population, starbase, defence; int soi; };
+Q_DECLARE_METATYPE(SoiRow)
+
+struct AttackRow { QString population, starbase, resources; int score; };
+Q_DECLARE_METATYPE(AttackRow)
 
 class GenerationTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // A planet of no population but a starbase counts as a colony of the
+    // base's size in the territory.
+    void starbaseSubstitute_data()
+    {
+        QTest::addColumn<Value>("starbase");
+        QTest::addColumn<Value>("population");
+        QTest::addColumn<Value>("substitute");
+        QTest::newRow("no starbase") << Value(u"None") << Value(0) << Value(0);
+        QTest::newRow("populated") << Value(u"Death Star") << Value(1200) << Value(1200);
+        QTest::newRow("populated, as text") << Value(u"Space Dock") << Value(u"1200") << Value(u"1200");
+        QTest::newRow("Orbital Fort") << Value(u"Orbital Fort") << Value(0) << Value(250000);
+        QTest::newRow("Starter Colony") << Value(u"Starter Colony") << Value(u" 0") << Value(250000);
+        QTest::newRow("Space Dock") << Value(u"Space Dock") << Value() << Value(500000);
+        QTest::newRow("Space Station") << Value(u"Space Station") << Value(u"0.0") << Value(1000000);
+        QTest::newRow("Ultra Station") << Value(u"Ultra Station") << Value(0) << Value(2000000);
+        QTest::newRow("Death Star") << Value(u"Death Star") << Value(0) << Value(3000000);
+        QTest::newRow("own design") << Value(u"Bastion") << Value(0) << Value(1350000);
+        QTest::newRow("text without a number") << Value(u"Space Dock") << Value(u"Unknown") << Value(u"Unknown");
+    }
+    void starbaseSubstitute()
+    {
+        QFETCH(Value, starbase);
+        QFETCH(Value, population);
+        QTEST(::starbaseSubstitute(starbase, population), "substitute");
+    }
+
+    // s = floor(P / 10000), at least 10; m = 1.0 (0.7 without a starbase)
+    // less (97.92 - defence) / 489.6; SOI = floor(m * s), at most 100.
+    void strengthOfInfluence_data()
+    {
+        QTest::addColumn<SoiRow>("row");
+        // s = 12 (12.7 floored), m = 0.8, 9.6 floored: a rounding anywhere gives 10.
+        QTest::newRow("127000: both floors") << SoiRow{"127000", "Space Dock", "Unknown", 9};
+        // s = 10 from 0, m = 1 + 2.08 / 489.6 = 1.00425.
+        QTest::newRow("5000: s raised to 10") << SoiRow{"5000", "Orbital Fort", "100%", 10};
+        QTest::newRow("50000: s of 5 raised to 10, no defence") << SoiRow{"50000", "Space Dock", "", 8};
+        // m = 0.7 - 47.92 / 489.6 = 0.602124; 30 * m = 18.06.
+        QTest::newRow("300000, no starbase") << SoiRow{"300000", "None", "50%", 18};
+        // m = 0.902124; 30 * m = 27.06.
+        QTest::newRow("300000, starbase") << SoiRow{"300000", "Space Dock", "50%", 27};
+        // 101 * 1.00425 = 101.43.
+        QTest::newRow("101 capped") << SoiRow{"1010000", "Space Dock", "100%", 100};
+        QTest::newRow("no population") << SoiRow{"0", "Space Dock", "100%", 0};
+        // s = 100, m = 1 - 57.92 / 489.6 = 0.8817.
+        QTest::newRow("1000000, defence 40%") << SoiRow{"1000000", "Space Station", "40%", 88};
+    }
+    void strengthOfInfluence()
+    {
+        QFETCH(SoiRow, row);
+        const auto &[population, starbase, defence, soi] = row;
+        QCOMPARE(::strengthOfInfluence(Value(population), Value(starbase), Value(defence)), soi);
+    }
+
+    // a = round(P / 100000) half to even, at most 6; b = 3 with a starbase;
+    // c = round(R / 30) half to even, R = resources, or P / 500 when they
+    // are not above 0.
+    void attackScore_data()
+    {
+        QTest::addColumn<AttackRow>("row");
+        QTest::newRow("a: 2.7 gives 3; c: 540 / 30") << AttackRow{"270000", "None", "0", 3 + 0 + 18};
+        QTest::newRow("a: 2.5 gives 2; c: 16.7 gives 17") << AttackRow{"250000", "Space Dock", "500", 2 + 3 + 17};
+        QTest::newRow("a: 3.5 gives 4") << AttackRow{"350000", "None", "1", 4 + 0 + 0};
+        QTest::newRow("a: 7 capped at 6") << AttackRow{"700000", "None", "30", 6 + 0 + 1};
+        QTest::newRow("c: 2.5 gives 2") << AttackRow{"0", "None", "75", 0 + 0 + 2};
+        QTest::newRow("c: 45 / 30 = 1.5 gives 2") << AttackRow{"22500", "None", "0", 0 + 0 + 2};
+        QTest::newRow("c: 30 / 30 from the population") << AttackRow{"15000", "None", "0", 0 + 0 + 1};
+    }
+    void attackScore()
+    {
+        QFETCH(AttackRow, row);
+        const auto &[population, starbase, resources, score] = row;
+        QCOMPARE(::attackScore(Value(population), Value(starbase), Value(resources)), score);
+    }
     // "Target" as the own report and players 2 and 3 saw it (no age: not
     // listed); the game year is 2400.
     void mergeByAge_data()
     {
-        for (const char *column : {"ownAge", "age2", "owner2", "year2", "age3", "owner", "reportAge"})
-            QTest::addColumn<QString>(column);
-        QTest::newRow("newest wins") << "" << "3" << "Two" << "" << "1" << "Three" << "1";
-        QTest::newRow("older report read later") << "" << "1" << "Two" << "" << "3" << "Two" << "1";
-        QTest::newRow("same age keeps the first") << "" << "2" << "Two" << "" << "2" << "Two" << "2";
-        QTest::newRow("age 0 always replaces") << "" << "0" << "Two" << "" << "0" << "Three" << "0";
-        QTest::newRow("own report kept at the same age") << "2" << "2" << "Two" << "" << "" << "Own" << "2";
-        QTest::newRow("own race's line ignored") << "" << "0" << "Humans" << "" << "5" << "Three" << "5";
-        QTest::newRow("fractional age") << "" << "0.5" << "Two" << "" << "" << "Two" << "0.5";
-        QTest::newRow("report year adds to the age") << "" << "0" << "Two" << "2398" << "1" << "Three" << "1";
+        QTest::addColumn<MergeRow>("row");
+        QTest::newRow("newest wins") << MergeRow{"", "3", "Two", "", "1", "Three", "1"};
+        QTest::newRow("older report read later") << MergeRow{"", "1", "Two", "", "3", "Two", "1"};
+        QTest::newRow("same age keeps the first") << MergeRow{"", "2", "Two", "", "2", "Two", "2"};
+        QTest::newRow("age 0 always replaces") << MergeRow{"", "0", "Two", "", "0", "Three", "0"};
+        QTest::newRow("own report kept at the same age") << MergeRow{"2", "2", "Two", "", "", "Own", "2"};
+        QTest::newRow("own race's line ignored") << MergeRow{"", "0", "Humans", "", "5", "Three", "5"};
+        QTest::newRow("fractional age") << MergeRow{"", "0.5", "Two", "", "", "Two", "0.5"};
+        QTest::newRow("report year adds to the age") << MergeRow{"", "0", "Two", "2398", "1", "Three", "1"};
     }
     void mergeByAge()
     {
-        QFETCH(QString, ownAge);
-        QFETCH(QString, age2);
-        QFETCH(QString, owner2);
-        QFETCH(QString, year2);
-        QFETCH(QString, age3);
+        QFETCH(MergeRow, row);
+        const auto &[ownAge, age2, owner2, year2, age3, owner, reportAge] = row;
         Lines own{homeLine()}, two, three;
         if (!ownAge.isEmpty())
             own << planetLine("Target", "Own", "None", ownAge, "1000");
@@ -46,8 +155,8 @@ private slots:
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
                           {{"game.P1", own}, {"game.P2", two}, {"game.P3", three}}, "2400", {{2, year2}}),
                  QString());
-        QTEST(d.planet(2)[Owner].text(), "owner");
-        QTEST(d.planet(2)[ReportAge].text(), "reportAge");
+        QCOMPARE(d.planet(2)[Owner].text(), owner);
+        QCOMPARE(d.planet(2)[ReportAge].text(), reportAge);
         const Value &age = d.planet(2)[ReportAge];
         QCOMPARE(d.planet(2)[AgeText].text(), age.val() == 0 ? "Current" : age.text() + " years old");
     }
@@ -67,38 +176,29 @@ private slots:
         QCOMPARE(d.UniverseExtent, 1400);      // from the last planet's X
     }
 
+    // The formulas above as a load applies them, from the own report and another.
     void starbaseAndInfluence_data()
     {
-        for (const char *column : {"owner", "starbase", "population", "defence", "populationAfter"})
-            QTest::addColumn<QString>(column);
-        QTest::addColumn<bool>("own");
-        QTest::addColumn<int>("soi");
-        QTest::newRow("space dock stands for 500000") << "R" << "Space Dock" << "0" << "" << "500000" << false << 40;
-        QTest::newRow("no starbase, capped at 100") << "R" << "None" << "2000000" << "50%" << "2000000" << false << 100;
-        QTest::newRow("own report: owned, at least 5") << "R" << "None" << "0" << "0%" << "0" << true << 5;
-        QTest::newRow("own report: unowned, no minimum") << "" << "None" << "0" << "0%" << "0" << true << 0;
-        QTest::newRow("other report: no minimum") << "R" << "None" << "0" << "0%" << "0" << false << 0;
-        QTest::newRow("uninhabited is not 0") << "R" << "Death Star" << "" << "" << "Uninhabited" << false << 0;
-        QTest::newRow("blank before the 0") << "R" << "Orbital Fort" << " 0" << "" << "250000" << false << 20;
-        QTest::newRow("decimal 0, defence 40%") << "R" << "Space Station" << "0.0" << "40%" << "1000000" << false << 88;
-        QTest::newRow("other designs") << "R" << "Fortress" << "0" << "" << "1350000" << false << 100;
-        QTest::newRow("fewer than 100000 count as 100000") << "R" << "Space Dock" << "50000" << "" << "50000" << false << 8;
+        QTest::addColumn<InfluenceRow>("row");
+        QTest::newRow("space dock stands for 500000") << InfluenceRow{"R", "Space Dock", "0", "", "500000", false, 40};
+        QTest::newRow("no starbase, capped at 100") << InfluenceRow{"R", "None", "2000000", "50%", "2000000", false, 100};
+        QTest::newRow("own report: owned, at least 5") << InfluenceRow{"R", "None", "0", "0%", "0", true, 5};
+        QTest::newRow("own report: unowned, no minimum") << InfluenceRow{"", "None", "0", "0%", "0", true, 0};
+        QTest::newRow("other report: no minimum") << InfluenceRow{"R", "None", "0", "0%", "0", false, 0};
+        QTest::newRow("uninhabited is not 0") << InfluenceRow{"R", "Death Star", "", "", "Uninhabited", false, 0};
     }
     void starbaseAndInfluence()
     {
-        QFETCH(QString, owner);
-        QFETCH(bool, own);
-        QFETCH(QString, starbase);
-        QFETCH(QString, population);
-        QFETCH(QString, defence);
+        QFETCH(InfluenceRow, row);
+        const auto &[owner, starbase, population, defence, populationAfter, own, soi] = row;
         const QByteArray line = planetLine("Target", owner, starbase, "0", population, {{10, defence}});
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
                           {{"game.P1", own ? Lines{homeLine(), line} : Lines{homeLine()}},
                            {"game.P2", own ? Lines{} : Lines{line}}}),
                  QString());
-        QTEST(d.planet(2)[Population].text(), "populationAfter");
-        QTEST(int(d.planet(2)[SOI].val()), "soi");
+        QCOMPARE(d.planet(2)[Population].text(), populationAfter);
+        QCOMPARE(int(d.planet(2)[SOI].val()), soi);
     }
 
     // The own report gives everything; a newer line of another report
@@ -271,30 +371,24 @@ private slots:
     // game loads; one beyond it, the load stops at that line.
     void limits_data()
     {
-        QTest::addColumn<int>("planets");
-        QTest::addColumn<int>("ofOneName");
-        QTest::addColumn<int>("reportLines");
-        QTest::addColumn<qint64>("reportSize");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("most planets") << MaxPlanets << 1 << 1 << qint64(0) << "";
-        QTest::newRow("one planet too many") << MaxPlanets + 1 << 1 << 1 << qint64(0)
-                                             << "game.map, line 2002: the map lists more than 2000 planets";
-        QTest::newRow("most of one name") << 20 << MaxPlanetsOfOneName << 1 << qint64(0) << "";
-        QTest::newRow("one more of that name") << 20 << MaxPlanetsOfOneName + 1 << 1 << qint64(0)
-                                               << "game.map, line 19: more than 16 planets are named \"Twin\"";
-        QTest::newRow("longest report") << 20 << 1 << MaxPlanets << qint64(0) << "";
-        QTest::newRow("one report line too many") << 20 << 1 << MaxPlanets + 1 << qint64(0)
-                                                  << "game.P1, line 2002: the report lists more than 2000 planets";
-        QTest::newRow("file too large") << 20 << 1 << 1 << MaxGameFileSize + 1
-                                        << "game.P1: the file is too large for a game file";
-        QTest::newRow("a device without end") << 20 << 1 << 1 << qint64(-1) << "game.P1: a device, not a game file";
+        QTest::addColumn<LimitRow>("row");
+        QTest::newRow("most planets") << LimitRow{MaxPlanets, 1, 1, 0, ""};
+        QTest::newRow("one planet too many") << LimitRow{MaxPlanets + 1, 1, 1, 0,
+                          "game.map, line 2002: the map lists more than 2000 planets"};
+        QTest::newRow("most of one name") << LimitRow{20, MaxPlanetsOfOneName, 1, 0, ""};
+        QTest::newRow("one more of that name") << LimitRow{20, MaxPlanetsOfOneName + 1, 1, 0,
+                          "game.map, line 19: more than 16 planets are named \"Twin\""};
+        QTest::newRow("longest report") << LimitRow{20, 1, MaxPlanets, 0, ""};
+        QTest::newRow("one report line too many") << LimitRow{20, 1, MaxPlanets + 1, 0,
+                          "game.P1, line 2002: the report lists more than 2000 planets"};
+        QTest::newRow("file too large") << LimitRow{20, 1, 1, MaxGameFileSize + 1,
+                          "game.P1: the file is too large for a game file"};
+        QTest::newRow("a device without end") << LimitRow{20, 1, 1, -1, "game.P1: a device, not a game file"};
     }
     void limits()
     {
-        QFETCH(int, planets);
-        QFETCH(int, ofOneName);
-        QFETCH(int, reportLines);
-        QFETCH(qint64, reportSize);
+        QFETCH(LimitRow, row);
+        const auto &[planets, ofOneName, reportLines, reportSize, message] = row;
         QList<MapPlanet> map{{"Home", 1100, 1100}};
         for (int i = 1; i < planets; ++i)
             map << MapPlanet{i <= ofOneName ? QString("Twin") : QString("P%1").arg(i), 1100 + i % 300, 1100 + i / 300};
@@ -309,22 +403,19 @@ private slots:
         }
         GameData d;
         const QString got = game.load(d);
-        QFETCH(QString, message);
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
     }
 
     void unreportedPlanetsAndAttackScores()
     {
         GameData d;
-        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Quiet", 1150, 1150}, {"Colony", 1200, 1200}, {"Fort", 1250, 1250}},
-                          {{"game.P1", {homeLine(), planetLine("Colony", "Humans", "None", "0", "250000"),
-                                        planetLine("Fort", "Humans", "Space Dock", "0", "750000", {{20, "45"}})}}}),
+        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Quiet", 1150, 1150}, {"Fort", 1250, 1250}},
+                          {{"game.P1", {homeLine(), planetLine("Fort", "Humans", "Space Dock", "0", "750000", {{20, "45"}})}}}),
                  QString());
         for (int f = Owner; f < AttackScore; ++f)
             QVERIFY2(d.planet(2)[f].isEmpty(), planetFieldName(f));
-        QCOMPARE(d.planet(2)[AttackScore].val(), 3.0);          // an empty starbase is not "None"
-        QCOMPARE(d.planet(3)[AttackScore].val(), 2.0 + 0 + 17); // 2.5 gives 2
-        QCOMPARE(d.planet(4)[AttackScore].val(), 6.0 + 3 + 2);  // 7.5 capped at 6, 1.5 gives 2
+        QCOMPARE(d.planet(2)[AttackScore].val(), 3.0);         // an empty starbase is not "None"
+        QCOMPARE(d.planet(3)[AttackScore].val(), 6.0 + 3 + 2); // 7.5 capped at 6, 1.5 gives 2
     }
 
     // The annotation text rebuilt from the file ("!": the load fails), and
@@ -355,6 +446,90 @@ private slots:
         const QString message = game.load(d);
         QTEST(message.isEmpty() ? d.AnnotationText : "!", "text");
         QTEST(int(d.DrawColourIndex), "colour");
+    }
+
+    // A grid with a step of one light year: cell (gx, gy) lies at (gx, gy).
+    void cells_data()
+    {
+        QTest::addColumn<QList<QList<int>>>("sources"); // x, y, soi, owner
+        QTest::addColumn<QList<QList<int>>>("cells");   // gx, gy, owner, strength
+        QTest::newRow("reach of 150") << QList<QList<int>>{{200, 200, 100, 1}}
+                                      << QList<QList<int>>{{200, 200, 1, 100}, {350, 200, 1, 9}, {351, 200, 0, 0},
+                                                           {200, 50, 1, 9}, {306, 306, 1, 9}, {307, 307, 0, 0},
+                                                           {320, 200, 1, 24}};
+        QTest::newRow("tie to the lower column") << QList<QList<int>>{{100, 100, 50, 2}, {300, 100, 50, 1}}
+                                                 << QList<QList<int>>{{200, 100, 1, 50}, {199, 100, 2, 50}};
+        QTest::newRow("no total above 0") << QList<QList<int>>{{100, 100, 50, 0}, {300, 300, 10, 1}}
+                                          << QList<QList<int>>{{100, 100, 0, 0}, {450, 300, 0, 0}, {300, 440, 1, 1}};
+    }
+    void cells()
+    {
+        QFETCH(QList<QList<int>>, sources);
+        QFETCH(QList<QList<int>>, cells);
+        Sources list;
+        for (const QList<int> &s : sources)
+            list.push_back({int16_t(s[0]), int16_t(s[1]), int16_t(s[2]), int16_t(s[3])});
+        TerritoryGrid grid;
+        Won won{};
+        buildTerritoryGrid(list, 500, 1.0, MaxPlayers, grid, won);
+        for (const QList<int> &c : cells)
+            QCOMPARE(QList<int>({c[0], c[1], grid.owner(c[0], c[1]), grid.strength(c[0], c[1])}), c);
+        compareWithReference(grid, &won, list, 500, 1.0);
+    }
+
+    void realMaps_data()
+    {
+        QTest::addColumn<QString>("map");
+        for (const char *map : {"huge-packed-00001.map", "small-normal-00001.map", "tiny-packed-00001.map",
+                                "tiny-sparse-00001.map"})
+            QTest::newRow(map) << QString::fromLatin1(map);
+    }
+    // A game on the real map with every planet owned by one of 16 races;
+    // then many random sources, some stacked, some without an owner.
+    void realMaps()
+    {
+        QFETCH(QString, map);
+        TestGame game;
+        const QString source = QDir(VELTRO_TEST_MAPS).filePath(map);
+        QVERIFY2(QFile::copy(source, game.path("game.map")), qPrintable(source + ": missing test map"));
+        QRandomGenerator random(uint(qHash(map)));
+        const char *starbases[] = {"None", "None", "Space Dock", "Death Star"};
+        QList<QByteArray> lines;
+        for (const MapRecord &r : readMapRecords(game.path("game.map"), countMapRecords(game.path("game.map")).records))
+            lines << planetLine(r.name, QString("Race %1").arg(lines.size() % 16 + 1), starbases[random.bounded(4)], "0",
+                                QString::number(random.bounded(3000000)), {{10, QString("%1%").arg(random.bounded(100))}});
+        game.writeReport("game.P1", lines);
+        GameData d;
+        QCOMPARE(game.load(d), QString());
+        QCOMPARE(d.PlayerCount, 16);
+        Sources sources, random16;
+        for (const PlanetInfo &p : d.Planets) {
+            if (p[SOI].val() > 0)
+                sources.push_back({int16_t(p[X].val()), int16_t(p[Y].val()), int16_t(p[SOI].val()),
+                                   int16_t(p[OwnerIndex].val())});
+            for (int copies = random.bounded(1, 4); copies > 0; --copies)
+                random16.push_back({int16_t(p[X].val()), int16_t(p[Y].val()), int16_t(random.bounded(1, 101)),
+                                    int16_t(random.bounded(17))});
+        }
+        compareWithReference(d.Grid, nullptr, sources, d.GridSize, d.GridStep);
+        TerritoryGrid grid;
+        Won won{};
+        buildTerritoryGrid(random16, d.GridSize, d.GridStep, MaxPlayers, grid, won);
+        compareWithReference(grid, &won, random16, d.GridSize, d.GridStep);
+    }
+
+    // A last planet left of the origin gives a negative step: cells run backwards.
+    void negativeStep()
+    {
+        QRandomGenerator random(7);
+        Sources sources;
+        for (int i = 0; i < 60; ++i)
+            sources.push_back({int16_t(-random.bounded(401)), int16_t(-random.bounded(401)),
+                               int16_t(random.bounded(1, 101)), int16_t(random.bounded(1, 5))});
+        TerritoryGrid grid;
+        Won won{};
+        buildTerritoryGrid(sources, 650, -400 / 650.0, MaxPlayers, grid, won);
+        compareWithReference(grid, &won, sources, 650, -400 / 650.0);
     }
 };
 

@@ -1,6 +1,4 @@
-// The menu overlays checked through the trace of a recording canvas: the
-// hab estimate and its carried count, the value, mineral and age discs, the
-// stargate lines' order, the names' placement, and veltro-cli --overlay.
+// The menu overlays through the trace of a recording canvas, and veltro-cli --overlay.
 
 #include "EstHabOverlay.h"
 #include "MineralOverlays.h"
@@ -8,9 +6,9 @@
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
+#include "CliRun.h"
 #include "TraceScene.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -31,6 +29,15 @@ struct Traced {
 };
 
 } // namespace
+
+struct EstimateRow { QList<double> bounds, planet, carryIn; int hab, countOut; };
+Q_DECLARE_METATYPE(EstimateRow)
+
+struct DiscRow { QString overlay; QStringList values; QString age; int radius, colour; };
+Q_DECLARE_METATYPE(DiscRow)
+
+struct GateRow { bool safeOnly; int range1, range2, distance; QString lines; };
+Q_DECLARE_METATYPE(GateRow)
 
 class OverlaysTest : public QObject {
     Q_OBJECT
@@ -54,31 +61,24 @@ private slots:
     // Bounds and planet as g, t, r; the carry as the three ratios and the count.
     void estimate_data()
     {
-        QTest::addColumn<QList<double>>("bounds");
-        QTest::addColumn<QList<double>>("planet");
-        QTest::addColumn<QList<double>>("carryIn");
-        QTest::addColumn<int>("hab");
-        QTest::addColumn<int>("countOut");
+        QTest::addColumn<EstimateRow>("row");
         const QList<double> wide{0.12, 8, -200, 200, 0, 100}, none{0, 0, 0, 0};
-        QTest::newRow("centre of the widest race") << wide << QList<double>{0.96, 0, 50} << none << 100 << 0;
-        QTest::newRow("on every bound") << wide << QList<double>{0.12, -200, 0} << none << 0 << 0;
+        QTest::newRow("centre of the widest race") << EstimateRow{wide, QList<double>{0.96, 0, 50}, none, 100, 0};
+        QTest::newRow("on every bound") << EstimateRow{wide, QList<double>{0.12, -200, 0}, none, 0, 0};
         // (0.15 - 0.12) / (0.17 - 0.12) is 0.5999999999999998 until cleaned to 15 digits.
         QTest::newRow("ratio cleaned before the floor")
-            << QList<double>{0.12, 0.29, -100, 100, 0, 100} << QList<double>{0.15, 50, 50} << none << 70 << 0;
-        QTest::newRow("two axes out")
-            << QList<double>{1, 2, -100, 100, 0, 100} << QList<double>{2.26, 150, 25} << none << -25 << 2;
-        QTest::newRow("no gravity scores the carry")
-            << wide << QList<double>{0, 0, 50} << QList<double>{-0.5, -0.5, 0.5, 2} << -14 << 1;
+            << EstimateRow{{0.12, 0.29, -100, 100, 0, 100}, {0.15, 50, 50}, none, 70, 0};
+        QTest::newRow("two axes out") << EstimateRow{{1, 2, -100, 100, 0, 100}, {2.26, 150, 25}, none, -25, 2};
+        QTest::newRow("no gravity scores the carry") << EstimateRow{wide, {0, 0, 50}, {-0.5, -0.5, 0.5, 2}, -14, 1};
     }
     void estimate()
     {
-        QFETCH(QList<double>, bounds);
-        QFETCH(QList<double>, planet);
-        QFETCH(QList<double>, carryIn);
+        QFETCH(EstimateRow, row);
+        const auto &[bounds, planet, carryIn, hab, countOut] = row;
         const HabBounds race{bounds[0], bounds[1], bounds[2], bounds[3], bounds[4], bounds[5]};
         HabCarry carry{carryIn[0], carryIn[1], carryIn[2], int32_t(carryIn[3])};
-        QTEST(estimateHab(race, planet[0], planet[1], planet[2], carry), "hab");
-        QTEST(carry.outOfRange, "countOut");
+        QCOMPARE(estimateHab(race, planet[0], planet[1], planet[2], carry), hab);
+        QCOMPARE(carry.outOfRange, countOut);
     }
 
     // 1 to 1.01 g centres on 1 g, its lower bound: at 1 g the gravity ratio
@@ -105,14 +105,9 @@ private slots:
         HabCarry carry;
         Traced t;
         drawEstimatedHab(d, t.canvas, QStringLiteral("Us"), carry);
-        auto circles = t.ops("Circle");
-        QCOMPARE(circles.size(), 3);
-        QCOMPARE(circles[0][u"FillColor"].toInt(), colour(255, 0, 255));
-        QCOMPARE(circles[0][u"r"].toDouble(), 138.0);
-        QCOMPARE(circles[0][u"DrawMode"].toInt(), 15);
-        QCOMPARE(circles[1][u"FillColor"].toInt(), colour(0, 255, 0));
-        QCOMPARE(circles[2][u"FillColor"].toInt(), colour(80, 60, 60));
-        QCOMPARE(circles[2][u"r"].toDouble(), 30.0);
+        const QList<QJsonObject> want{{{"FillColor", colour(255, 0, 255)}, {"r", 138}, {"DrawMode", 15}},
+                                      {{"FillColor", colour(0, 255, 0)}}, {{"FillColor", colour(80, 60, 60)}, {"r", 30}}};
+        QCOMPARE(traceJson(t.ops("Circle"), want), traceJson(want));
 
         // The next run starts from ratios of 0: the same gravity-less planet scores 0.
         d.Planets.erase(d.Planets.begin());
@@ -134,36 +129,29 @@ private slots:
     // or the concentrations as ironium, boranium, germanium ("-": empty).
     void valueDiscs_data()
     {
-        QTest::addColumn<QString>("overlay");
-        QTest::addColumn<QStringList>("values");
-        QTest::addColumn<QString>("age");
-        QTest::addColumn<int>("radius");
-        QTest::addColumn<int>("colour"); // -1: no disc
+        QTest::addColumn<DiscRow>("row");
         const int grey = colour(80, 60, 60), red = colour(255, 0, 0), green = colour(0, 255, 0);
-        QTest::newRow("terraformed -45") << "terra" << QStringList{"-45"} << "Current" << 150 << red;
-        QTest::newRow("terraformed 100") << "terra" << QStringList{"100"} << "Current" << 150 << green;
-        QTest::newRow("terraformed 0.3 shows nothing") << "terra" << QStringList{"0.3"} << "Current" << 0 << green;
-        QTest::newRow("terraformed 0") << "terra" << QStringList{"0"} << "Current" << 30 << grey;
-        QTest::newRow("terraformed, not in the report") << "terra" << QStringList{"-"} << "Current" << 30 << grey;
-        QTest::newRow("iron never reported") << "iron" << QStringList{"-", "-", "-"} << "" << 30 << grey;
-        QTest::newRow("iron 75") << "iron" << QStringList{"75", "1", "1"} << "5" << 75 << colour(0, 0, 255);
-        QTest::newRow("iron unknown") << "iron" << QStringList{"Unknown", "1", "1"} << "5" << 0 << colour(0, 0, 255);
-        QTest::newRow("germ 74.5 to even") << "germ" << QStringList{"1", "1", "74.5"} << "5" << 74 << colour(255, 255, 0);
-        QTest::newRow("average 20 40 60") << "avgmc" << QStringList{"20", "40", "60"} << "5" << 40 << colour(153, 102, 51);
-        QTest::newRow("average 100s") << "avgmc" << QStringList{"100", "100", "100"} << "5" << 100 << colour(255, 255, 255);
-        QTest::newRow("average without boranium") << "avgmc" << QStringList{"50", "Unknown", "50"} << "5" << 30 << grey;
-        QTest::newRow("age: current") << "age" << QStringList{"0"} << "Current" << 60 << green;
-        QTest::newRow("age: 3 years") << "age" << QStringList{"3"} << "3 years old" << 60 << colour(30, 225, 0);
-        QTest::newRow("age: 30 years") << "age" << QStringList{"30"} << "30 years old" << 60 << red;
-        QTest::newRow("age: never reported") << "age" << QStringList{"0"} << "" << 0 << -1;
+        QTest::newRow("terraformed -45") << DiscRow{"terra", QStringList{"-45"}, "Current", 150, red};
+        QTest::newRow("terraformed 100") << DiscRow{"terra", QStringList{"100"}, "Current", 150, green};
+        QTest::newRow("terraformed 0.3 shows nothing") << DiscRow{"terra", QStringList{"0.3"}, "Current", 0, green};
+        QTest::newRow("terraformed 0") << DiscRow{"terra", QStringList{"0"}, "Current", 30, grey};
+        QTest::newRow("terraformed, not in the report") << DiscRow{"terra", QStringList{"-"}, "Current", 30, grey};
+        QTest::newRow("iron never reported") << DiscRow{"iron", QStringList{"-", "-", "-"}, "", 30, grey};
+        QTest::newRow("iron 75") << DiscRow{"iron", QStringList{"75", "1", "1"}, "5", 75, colour(0, 0, 255)};
+        QTest::newRow("iron unknown") << DiscRow{"iron", QStringList{"Unknown", "1", "1"}, "5", 0, colour(0, 0, 255)};
+        QTest::newRow("germ 74.5 to even") << DiscRow{"germ", QStringList{"1", "1", "74.5"}, "5", 74, colour(255, 255, 0)};
+        QTest::newRow("average 20 40 60") << DiscRow{"avgmc", QStringList{"20", "40", "60"}, "5", 40, colour(153, 102, 51)};
+        QTest::newRow("average 100s") << DiscRow{"avgmc", QStringList{"100", "100", "100"}, "5", 100, colour(255, 255, 255)};
+        QTest::newRow("average without boranium") << DiscRow{"avgmc", QStringList{"50", "Unknown", "50"}, "5", 30, grey};
+        QTest::newRow("age: current") << DiscRow{"age", QStringList{"0"}, "Current", 60, green};
+        QTest::newRow("age: 3 years") << DiscRow{"age", QStringList{"3"}, "3 years old", 60, colour(30, 225, 0)};
+        QTest::newRow("age: 30 years") << DiscRow{"age", QStringList{"30"}, "30 years old", 60, red};
+        QTest::newRow("age: never reported") << DiscRow{"age", QStringList{"0"}, "", 0, -1};
     }
     void valueDiscs()
     {
-        QFETCH(QString, overlay);
-        QFETCH(QStringList, values);
-        QFETCH(QString, age);
-        QFETCH(int, radius);
-        QFETCH(int, colour);
+        QFETCH(DiscRow, row);
+        const auto &[overlay, values, age, radius, colour] = row;
         GameData d = smallGame();
         PlanetInfo &p = addPlanet(d, 500, 500, age);
         const int first = overlay == u"terra" ? TerraformedHab : overlay == u"age" ? ReportAge : IronMC;
@@ -180,13 +168,10 @@ private slots:
             drawAverageMineralConcentration(d, t.canvas);
         else
             drawMineralConcentration(d, t.canvas, overlay == u"iron" ? Mineral::Ironium : Mineral::Germanium);
-        const auto circles = t.ops("Circle");
-        QCOMPARE(circles.size(), colour < 0 ? 0 : 1);
-        if (colour >= 0) {
-            QCOMPARE(circles[0][u"r"].toDouble(), double(radius));
-            QCOMPARE(circles[0][u"FillColor"].toInt(), colour);
-            QCOMPARE(circles[0][u"color"].toInt(), colour);
-        }
+        QList<QJsonObject> want;
+        if (colour >= 0)
+            want << QJsonObject{{"r", radius}, {"FillColor", colour}, {"color", colour}};
+        QCOMPARE(traceJson(t.ops("Circle"), want), traceJson(want));
     }
 
     void terraformedPassesPutGoodPlanetsOnTop()
@@ -205,24 +190,18 @@ private slots:
     // Two gates; the first sits on the window's edge, so its owner mark is left out.
     void stargateLines_data()
     {
-        QTest::addColumn<bool>("safeOnly");
-        QTest::addColumn<int>("range1");
-        QTest::addColumn<int>("range2");
-        QTest::addColumn<int>("distance");
-        QTest::addColumn<QString>("lines");
-        QTest::newRow("all: the later gate decides") << false << 100 << 50 << 80 << "RGR";
-        QTest::newRow("safe only") << true << 100 << 50 << 80 << "G";
-        QTest::newRow("exactly the range is safe") << true << 80 << 80 << 80 << "GG";
-        QTest::newRow("five ranges exactly") << false << 10 << 10 << 50 << "RR";
-        QTest::newRow("beyond five ranges") << false << 10 << 10 << 51 << "";
-        QTest::newRow("no gate of its own: no lines from it") << false << 0 << 50 << 0 << "";
+        QTest::addColumn<GateRow>("row");
+        QTest::newRow("all: the later gate decides") << GateRow{false, 100, 50, 80, "RGR"};
+        QTest::newRow("safe only") << GateRow{true, 100, 50, 80, "G"};
+        QTest::newRow("exactly the range is safe") << GateRow{true, 80, 80, 80, "GG"};
+        QTest::newRow("five ranges exactly") << GateRow{false, 10, 10, 50, "RR"};
+        QTest::newRow("beyond five ranges") << GateRow{false, 10, 10, 51, ""};
+        QTest::newRow("no gate of its own: no lines from it") << GateRow{false, 0, 50, 0, ""};
     }
     void stargateLines()
     {
-        QFETCH(bool, safeOnly);
-        QFETCH(int, range1);
-        QFETCH(int, range2);
-        QFETCH(int, distance);
+        QFETCH(GateRow, row);
+        const auto &[safeOnly, range1, range2, distance, lines] = row;
         GameData d = smallGame();
         addPlanet(d, 0, 500, {}, {{GateRange, range1}, {OwnerIndex, 1}});
         addPlanet(d, distance, 500, {}, {{GateRange, range2}});
@@ -231,7 +210,7 @@ private slots:
         QString seen;
         for (const QJsonObject &l : t.ops("Line"))
             seen += l[u"color"].toInt() == colour(255, 0, 0) ? u'R' : u'G';
-        QTEST(seen, "lines");
+        QCOMPARE(seen, lines);
         QVERIFY(t.ops("Circle").isEmpty());
     }
 
@@ -244,26 +223,18 @@ private slots:
         addPlanet(d, 250, 600)[Name] = Value(u"Edge");
         Traced t;
         drawPlanetNames(d, t.canvas);
-        const auto texts = t.ops("Print");
-        QCOMPARE(texts.size(), 1);
-        QCOMPARE(texts[0][u"x"].toDouble(), 5000.0 - 40);
-        QCOMPARE(texts[0][u"y"].toDouble(), 5000.0 + 50);
-        QCOMPARE(texts[0][u"FontSize"].toDouble(), 6.0);
-        QCOMPARE(texts[0][u"color"].toInt(), colour(255, 255, 255));
+        const QList<QJsonObject> want{
+            {{"x", 5000 - 40}, {"y", 5000 + 50}, {"FontSize", 6}, {"color", colour(255, 255, 255)}}};
+        QCOMPARE(traceJson(t.ops("Print"), want), traceJson(want));
     }
 
     void cliDrawsOverlaysAfterTheRedraw()
     {
         QTemporaryDir dir;
-        QProcess cli;
-        cli.start(VELTRO_CLI, {"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "universe",
-                               "--overlay", "iron", "--overlay", "names", "-o", dir.filePath("map.png"),
-                               "--trace", dir.filePath("trace")});
-        QVERIFY(cli.waitForFinished(-1));
-        QCOMPARE(cli.exitCode(), 0);
-        QFile file(dir.filePath("trace"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QList<QByteArray> lines = file.readAll().trimmed().split('\n');
+        const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "universe", "--overlay",
+                                   "iron", "--overlay", "names", "-o", dir.filePath("map.png"), "--trace", "-"});
+        QCOMPARE(run.status, 0);
+        const QList<QByteArray> lines = run.out.trimmed().split('\n');
         QVERIFY(lines.first().contains("\"Cls\""));
         QVERIFY(lines.last().contains("\"Print\""));
         // The blue ironium discs come before the names, and nothing after them.

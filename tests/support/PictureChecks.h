@@ -1,16 +1,23 @@
 #pragma once
-// Questions the window tests ask of a map picture.
+// Questions the tests ask of a map picture.
 
+#include <QColor>
 #include <QImage>
+#include <QRect>
+#include <utility>
 
-// True when no pixel has any colour: nothing drawn since the last clear.
-inline bool pictureIsBlack(const QImage &image)
+// Bounding box and number of the pixels that have any colour.
+inline std::pair<QRect, int> paintedArea(const QImage &image)
 {
+    QRect box;
+    int count = 0;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
-            if ((image.pixel(x, y) & 0xFFFFFF) != 0)
-                return false;
-    return true;
+            if ((image.pixel(x, y) & 0xFFFFFF) != 0) {
+                box |= QRect(x, y, 1, 1);
+                ++count;
+            }
+    return {box, count};
 }
 
 // How many pixels of `image` have exactly `colour`.
@@ -22,3 +29,6 @@ inline int countColour(const QImage &image, const QColor &colour)
             n += image.pixelColor(x, y) == colour;
     return n;
 }
+
+// True when no pixel has any colour: nothing drawn since the last clear.
+inline bool pictureIsBlack(const QImage &image) { return paintedArea(image).second == 0; }

@@ -4,6 +4,7 @@
 
 #include "GameData.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -57,4 +58,22 @@ inline QList<QJsonObject> traceOps(const QByteArray &trace, const char *op = nul
             out << o;
     }
     return out;
+}
+
+// Compact JSON of these operations, or of each cut down to the fields the
+// same place in `only` names: QCOMPARE(traceJson(ops, want), traceJson(want))
+// checks the count, the order and those fields, and shows both sides.
+inline QByteArray traceJson(const QList<QJsonObject> &ops, const QList<QJsonObject> &only = {})
+{
+    QJsonArray out;
+    for (qsizetype i = 0; i < ops.size(); ++i) {
+        QJsonObject picked = ops[i];
+        if (!only.isEmpty()) {
+            picked = {};
+            for (const QString &key : i < only.size() ? only[i].keys() : QStringList())
+                picked[key] = ops[i][key];
+        }
+        out << picked;
+    }
+    return QJsonDocument(out).toJson(QJsonDocument::Compact);
 }

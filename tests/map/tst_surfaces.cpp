@@ -1,10 +1,14 @@
-// The picture surface, checked on its pixels. On a 1002-pixel surface one
-// pixel is ten canvas units: positions below are pixel positions x 10.
+// The canvas's surfaces: the picture on its pixels (on 1002 pixels one pixel is
+// ten canvas units), and the trace as exact text, since scripts diff traces.
 
 #include "Colour.h"
+#include "PictureChecks.h"
 #include "RasterSurface.h"
+#include "TraceRecorder.h"
 
 #include <QImageReader>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cmath>
@@ -18,31 +22,16 @@ constexpr QRgb RedPixel = 0xFFFF0000, GreenPixel = 0xFF00FF00, YellowPixel = 0xF
 // A disc without rim.
 void disc(RasterSurface &surface, float x, float y, float r, int fillStyle, int32_t fill, int drawMode = 13)
 {
-    DrawingState s;
-    s.DrawMode = drawMode;
-    s.DrawStyle = 5;
-    s.FillStyle = fillStyle;
-    s.FillColor = fill;
+    const DrawingState s{.DrawMode = drawMode, .DrawStyle = 5, .FillStyle = fillStyle, .FillColor = fill};
     surface.circle(s, x, y, r, std::nullopt, std::nullopt);
 }
 
-// Bounding box and number of the pixels that are not black.
-std::pair<QRect, int> painted(const QImage &image)
-{
-    QRect box;
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (image.pixel(x, y) != BlackPixel) {
-                box |= QRect(x, y, 1, 1);
-                ++count;
-            }
-    return {box, count};
-}
+// Expected trace lines are written with single quotes for readability.
+QByteArray json(const char *singleQuoted) { return QByteArray(singleQuoted).replace('\'', '"'); }
 
 } // namespace
 
-class RasterSurfaceTest : public QObject {
+class SurfacesTest : public QObject {
     Q_OBJECT
 private slots:
     void mergePenRimsAndCls()
@@ -54,10 +43,7 @@ private slots:
         QCOMPARE(surface.image().pixel(75, 50), RedPixel);
 
         // A rim in ForeColor and no fill.
-        DrawingState s;
-        s.DrawMode = 15;
-        s.DrawWidth = 4;
-        s.ForeColor = Green;
+        DrawingState s{.DrawMode = 15, .DrawWidth = 4, .ForeColor = Green};
         surface.cls();
         disc(surface, 500, 500, 300, 0, Red);
         surface.circle(s, 500, 500, 200, std::nullopt, std::nullopt);
@@ -71,10 +57,10 @@ private slots:
         s.FillColor = Green;
         surface.cls();
         surface.circle(s, 500, 500, 200, Red, std::nullopt);
-        const QRect fill = painted(surface.image()).first;
+        const QRect fill = paintedArea(surface.image()).first;
         QVERIFY(QRect(29, 29, 42, 42).contains(fill) && fill.contains(QRect(31, 31, 38, 38)));
         surface.cls();
-        QCOMPARE(painted(surface.image()).second, 0);
+        QCOMPARE(paintedArea(surface.image()).second, 0);
     }
 
     // Two discs hatched one after the other look like one hatched area.
@@ -129,7 +115,7 @@ private slots:
         surface.pset(s, x, 500, Red);
         s.DrawMode = 15;
         surface.pset(s, x, 500, Green);
-        QCOMPARE(painted(surface.image()), std::make_pair(expected, expected.width() * expected.height()));
+        QCOMPARE(paintedArea(surface.image()), std::make_pair(expected, expected.width() * expected.height()));
         if (!expected.isEmpty())
             QCOMPARE(surface.image().pixel(expected.topLeft()), YellowPixel);
     }
@@ -184,7 +170,7 @@ private slots:
         for (int scale : {1, 2}) {
             RasterSurface surface(1002 * scale);
             surface.print(s, QStringLiteral("Hello"));
-            const auto [box, count] = painted(surface.image());
+            const auto [box, count] = paintedArea(surface.image());
             QVERIFY(count > 0);
             for (int y = box.top(); y <= box.bottom(); ++y)
                 for (int x = box.left(); x <= box.right(); ++x)
@@ -215,7 +201,61 @@ private slots:
         QVERIFY(!surface.save(dir.filePath(QStringLiteral("map.jpg"))));
         QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("map.jpg"))));
     }
+    void writesEveryOperationWithTheStateInForce()
+    {
+        QByteArray trace;
+        Canvas canvas;
+        canvas.addSurface(std::make_shared<TraceRecorder>(trace));
+        DrawingState &s = canvas.state();
+
+        canvas.cls();
+        s.DrawMode = 15;
+        s.DrawStyle = 5;
+        s.FillStyle = 0;
+        s.FillColor = 65280;
+        canvas.circle(1234.5f, 0.1f, 50.0f);
+        canvas.circle(10, 20, 1.0f / 3, 255);
+        s.DrawMode = 13;
+        s.DrawStyle = 0;
+        s.FillStyle = 1;
+        canvas.sector(840, 840, 800, 0, 0.017453292f, 1.8849556f);
+        s.DrawWidth = 2;
+        canvas.line(0, 0, 10000, 10000, 16777215);
+        canvas.pset(-5.5f, 1e-7f, 4);
+        canvas.psets({{1, 2, 3}, {4, 5, 6}});
+        s.CurrentX = 100;
+        s.CurrentY = 200.25f;
+        s.FontSize = 8.25;
+        canvas.print(QStringLiteral("Fort \"Nine\"\t\\ \u00e9"));
+
+        QCOMPARE(trace, json("{'op':'Cls'}\n"
+                             "{'op':'Circle','x':1234.5,'y':0.1,'r':50,'color':null,'DrawMode':15,"
+                             "'DrawStyle':5,'DrawWidth':1,'FillStyle':0,'FillColor':65280}\n"
+                             "{'op':'Circle','x':10,'y':20,'r':0.33333334,'color':255,'DrawMode':15,"
+                             "'DrawStyle':5,'DrawWidth':1,'FillStyle':0,'FillColor':65280}\n"
+                             "{'op':'Circle','x':840,'y':840,'r':800,'color':0,'DrawMode':13,'DrawStyle':0,"
+                             "'DrawWidth':1,'FillStyle':1,'FillColor':65280,'start':0.017453292,'end':1.8849556}\n"
+                             "{'op':'Line','x1':0,'y1':0,'x2':10000,'y2':10000,'color':16777215,'DrawMode':13,"
+                             "'DrawStyle':0,'DrawWidth':2}\n"
+                             "{'op':'PSet','x':-5.5,'y':1e-07,'color':4,'DrawMode':13,'DrawWidth':2}\n"
+                             "{'op':'PSet','x':1,'y':2,'color':3,'DrawMode':13,'DrawWidth':2}\n"
+                             "{'op':'PSet','x':4,'y':5,'color':6,'DrawMode':13,'DrawWidth':2}\n"
+                             "{'op':'Print','x':100,'y':200.25,'text':'Fort \\'Nine\\'\\t\\\\ \xc3\xa9',"
+                             "'color':16777215,'FontSize':8.25}\n"));
+    }
+
+    void textSurvivesAsJson()
+    {
+        QByteArray trace;
+        TraceRecorder recorder(trace);
+        const QString text = QStringLiteral("a\"b\\c\nd\x01\u00e9\u4e2d");
+        recorder.print(DrawingState{}, text);
+        QJsonParseError error;
+        const QJsonDocument doc = QJsonDocument::fromJson(trace, &error);
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(doc.object().value(QLatin1String("text")).toString(), text);
+    }
 };
 
-QTEST_MAIN(RasterSurfaceTest)
-#include "RasterSurfaceTest.moc"
+QTEST_MAIN(SurfacesTest)
+#include "tst_surfaces.moc"

@@ -112,6 +112,23 @@ private slots:
         QTest::newRow("output without a name") << QStringList{"planet", "--number", "1", "-o", ""} << 2
                                                << "-o takes a file name";
         QTest::newRow("control characters") << QStringList{"export", "--\x1b[2J\a\nx"} << 2 << "'\\e[2J\\a\\nx'";
+        const QStringList colour{"render", "--year", "2431", "--layers", "owned", "-o", "-", "--race-colour"};
+        QTest::newRow("race names match with case") << colour + QStringList{"vorn=#FFFFFF"} << 2
+                                                    << "--race-colour: no race named \"vorn\" in this game;";
+        QTest::newRow("race colour too dark") << colour + QStringList{"Vorn=#3F4040"} << 2
+                                              << "red + green + blue is 191, at least 192 is needed";
+        QTest::newRow("race colour by name") << colour + QStringList{"Vorn=red"} << 2
+                                             << "--race-colour takes NAME=#RRGGBB, not \"Vorn=red\"";
+        QTest::newRow("short race colour") << colour + QStringList{"Vorn=#FFF"} << 2 << "takes NAME=#RRGGBB";
+        QTest::newRow("race colour without a name") << colour + QStringList{"=#FFFFFF"} << 2 << "takes NAME=#RRGGBB";
+        const QStringList planet{"planet", "--year", "2431"};
+        QTest::newRow("planet: neither --at nor --number") << planet << 2 << "planet takes one of --at X,Y and --number N";
+        QTest::newRow("planet: both") << planet + QStringList{"--at", "1,1", "--number", "1"} << 2 << "planet takes one of --at X,Y and --number N";
+        QTest::newRow("planet: row 0") << planet + QStringList{"--number", "0"} << 2 << "--number takes a planet row from 1 to 128, not \"0\"";
+        QTest::newRow("planet: row beyond the table") << planet + QStringList{"--number", "129"} << 2 << "--number takes a planet row from 1 to 128, not \"129\"";
+        QTest::newRow("planet: not a position") << planet + QStringList{"--at", "12"} << 2 << "--at takes X,Y as two finite numbers of light years, not \"12\"";
+        QTest::newRow("planet: not a start") << planet + QStringList{"--at", "1,1", "--from", "1;1"} << 2 << "--from takes X,Y as two finite numbers of light years, not \"1;1\"";
+        QTest::newRow("planet: zoom of width 0") << planet + QStringList{"--at", "1,1", "--zoom", "0,0,0"} << 1 << "the spot could not be looked up: Division by zero";
     }
     void meaninglessValues()
     {
@@ -123,6 +140,21 @@ private slots:
         QCOMPARE(run.out, QString());
         QVERIFY2(run.err.count(u'\n') == 1 && run.err.contains(message), qPrintable(run.err));
         QVERIFY(!run.err.contains(u'\x1b') && !run.err.contains(u'\a'));
+    }
+
+    // The last word on a race wins; 64 + 64 + 64 is just bright enough.
+    void raceColourReachesTheDrawing()
+    {
+        QTemporaryDir dir;
+        const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "owned",
+                                   "--race-colour", "Vorn=#A0B0C0", "--race-colour", "Vorn=#40C848", "--race-colour",
+                                   "Morrow Kin=#404040", "-o", dir.filePath("map.png"), "--trace", "-"});
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        const auto fill = [](int r, int g, int b) { return "\"FillColor\":" + QByteArray::number(r + 256 * g + 65536 * b) + "}"; };
+        QVERIFY(run.out.contains(fill(64, 200, 72)));
+        QVERIFY(run.out.contains(fill(64, 64, 64)));
+        QVERIFY(!run.out.contains(fill(160, 176, 192)));
     }
 
     // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a

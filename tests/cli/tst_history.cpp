@@ -5,13 +5,15 @@
 // that cannot be loaded stops the command and leaves no animation.
 
 #include "CliRun.h"
+#include "GifAnimation.h"
 #include "HistoryFrame.h"
+#include "PictureChecks.h"
 #include "TestGame.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QImageReader>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -22,29 +24,11 @@ const QList<MapPlanet> map{{"Frontier", 1300, 1300}, {"Home", 1100, 1100}, {"Vor
                            {"Krellspire", 1250, 1500}};
 constexpr int Pixels = 160;
 
-class HistoryGame {
-public:
-    // Writes one turn: its map and report 1 in the folder named by the year.
-    void writeTurn(int year, const Lines &report) const
-    {
-        const QDir turn(m_dir.filePath(QString::number(year)));
-        QDir().mkpath(turn.path());
-        QByteArray mapBytes = "#\tX\tY\tName\r\n";
-        for (int i = 0; i < map.size(); ++i)
-            mapBytes += QString("%1\t%2\t%3\t%4\r\n").arg(i + 1).arg(map[i].x).arg(map[i].y).arg(map[i].name).toLatin1();
-        write(turn.filePath("game.map"), mapBytes);
-        QByteArray reportBytes = "Planet Name\tOwner\tStarbase\tReport Age\tPopulation\r\n";
-        for (const QByteArray &line : report)
-            reportBytes += line + "\r\n";
-        write(turn.filePath("game.P1"), reportBytes);
-    }
-    QString mapOf(int year) const { return m_dir.filePath(QString("%1/game.map").arg(year)); }
-    QString path(const QString &name) const { return m_dir.filePath(name); }
-
-    // The race columns follow the planet table: when the Vorn take the
-    // Frontier, the first planet, they come before the Humans; when the
-    // Krell take it from them, the Krell come first.
-    void writeThreeTurns() const
+// Three turns in folders named by the year. The race columns follow the
+// planet table: when the Vorn take the Frontier, the first planet, they come
+// before the Humans; when the Krell take it from them, the Krell come first.
+struct HistoryGame : TestGame {
+    HistoryGame()
     {
         writeTurn(2401, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "5000")});
         writeTurn(2402, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "6000"),
@@ -52,15 +36,13 @@ public:
         writeTurn(2403, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "7000"),
                          planetLine("Frontier", "Krell", "None", "0", "4000")});
     }
-
-private:
-    static void write(const QString &path, const QByteArray &bytes)
+    void writeTurn(int year, const Lines &report) const
     {
-        QFile f(path);
-        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(path));
+        QDir(dir()).mkpath(QString::number(year));
+        writeMap(map, QString("%1/game.map").arg(year));
+        writeReport(QString("%1/game.P1").arg(year), report);
     }
-    QTemporaryDir m_dir;
+    QString mapOf(int year) const { return path(QString("%1/game.map").arg(year)); }
 };
 
 QList<QImage> gifFrames(const QString &path)
@@ -93,6 +75,29 @@ QString withoutProgress(const QString &err)
     return QString(err).remove(count);
 }
 
+QList<QImage> encodeAndRead(const QList<QImage> &frames)
+{
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    GifAnimation gif(out, frames.first().size(), 10);
+    for (const QImage &frame : frames)
+        gif.addFrame(frame);
+    gif.finish();
+    QBuffer in(&out.buffer());
+    QImageReader reader(&in, "gif");
+    QList<QImage> read;
+    for (QImage frame; reader.read(&frame);)
+        read << frame.convertToFormat(QImage::Format_RGB32);
+    return read;
+}
+
+QImage flat(QRgb colour)
+{
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
 } // namespace
 
 class HistoryCommandTest : public QObject {
@@ -101,7 +106,6 @@ private slots:
     void framesKeepEveryRacesColour()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         const QString gif = game.path("history.gif");
         // Given out of order: the frames still go by year.
         const CliRun run = runCli({"history", game.mapOf(2403), game.mapOf(2401), game.mapOf(2402), "--layers",
@@ -145,7 +149,6 @@ private slots:
     void chosenColourAndUnknownRace()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         const QString gif = game.path("history.gif");
         const QStringList snapshots{game.mapOf(2401), game.mapOf(2402), game.mapOf(2403)};
         CliRun run = runCli(QStringList{"history"} + snapshots
@@ -168,7 +171,6 @@ private slots:
     void badSnapshotStopsTheCommand()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         // A report age that is no number fails that turn's load.
         game.writeTurn(2402, {homeLine(), planetLine("Vornhold", "Vorn", "None", "Unknown", "6000")});
         const QString gif = game.path("history.gif");
@@ -197,7 +199,6 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
         HistoryGame game;
-        game.writeThreeTurns();
         for (QString &a : arguments)
             a.replace("%1", game.path("."));
         if (!arguments.contains("-o"))
@@ -205,6 +206,35 @@ private slots:
         const CliRun run = runCli(QStringList{"history"} + arguments);
         QCOMPARE(run.status, 2);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
+    }
+
+    // The encoder read back: frames of few colours come back exactly, also
+    // when only part changes or nothing does.
+    void fewColoursComeBackExactly()
+    {
+        QImage second = flat(qRgb(0, 0, 0));
+        second.setPixel(10, 5, qRgb(255, 0, 0));
+        QImage third = second;
+        third.setPixel(40, 30, qRgb(0, 0, 0)); // unchanged: it was black
+        third.setPixel(41, 30, qRgb(1, 2, 3));
+        const QList<QImage> frames{flat(qRgb(0, 0, 0)), second, third, third};
+        QCOMPARE(encodeAndRead(frames), frames);
+    }
+
+    // A flat race colour over most of a frame stays exact, a gradient of
+    // 1024 colours in a corner within 12 levels.
+    void manyColoursKeepTheCommonOnes()
+    {
+        QImage frame = flat(qRgb(0, 255, 128));
+        for (int y = 0; y < 32; ++y)
+            for (int x = 0; x < 32; ++x)
+                frame.setPixel(x, y, qRgb(x * 8, y * 8, (x + y) * 4));
+        for (int x = 0; x < 64; ++x)
+            frame.setPixel(x, 40, qRgb(255, 255, 0));
+        const QImage read = encodeAndRead({flat(qRgb(0, 0, 0)), frame}).last();
+        QCOMPARE(read.pixel(50, 10), qRgb(0, 255, 128));
+        QCOMPARE(read.pixel(5, 40), qRgb(255, 255, 0));
+        QVERIFY(worstChannelError(read.copy(0, 0, 32, 32), frame.copy(0, 0, 32, 32)) <= 12);
     }
 };
 

@@ -7,6 +7,7 @@
 
 #include "CliRun.h"
 #include "GameGenerator.h"
+#include "PictureChecks.h"
 
 #include <QDir>
 #include <QProcess>
@@ -95,18 +96,6 @@ Decoded decodeWebp(const QString &path)
     }
     WebPAnimDecoderDelete(decoder);
     return d;
-}
-
-int worstChannelError(const QImage &a, const QImage &b)
-{
-    int worst = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
-            worst = std::max({worst, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
-                              std::abs(qBlue(p) - qBlue(q))});
-        }
-    return worst;
 }
 
 // veltro-cli run by a shell as `prefix` says: after a ulimit, or by GNU time

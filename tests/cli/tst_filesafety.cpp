@@ -58,20 +58,6 @@ QStringList folderState(const QString &dir)
     return state;
 }
 
-QStringList inFolder(const TestGame &game, const QStringList &arguments)
-{
-    QStringList out;
-    for (const QString &a : arguments)
-        out << QString(a).replace("%1", game.dir());
-    return out;
-}
-
-QByteArray fileBytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
-}
-
 // Reads a FIFO while the program writes into it, without waiting for ever
 // on a program that never opens it.
 QByteArray readFifo(const QString &path, QProcess &process)
@@ -194,7 +180,7 @@ private slots:
         if (setup == "full")
             start.outputFile = "/dev/full";
         const QStringList before = folderState(game.dir());
-        const CliRun run = runCli(inFolder(game, arguments), start);
+        const CliRun run = runCli(arguments.replaceInStrings("%1", game.dir()), start);
         QTEST(run.status, "status");
         if (!arguments.contains("--frames"))
             QCOMPARE(run.out, QByteArray());
@@ -282,11 +268,12 @@ private slots:
         QFETCH(QStringList, arguments);
         TestGame game;
         copySample(game, "INDIGO", true);
-        const CliRun plain = runCli(inFolder(game, arguments), "C");
+        arguments.replaceInStrings("%1", game.dir());
+        const CliRun plain = runCli(arguments, "C");
         QCOMPARE(plain.status, 0);
         QVERIFY(!plain.out.isEmpty());
         for (const char *locale : {"de_DE.UTF-8", "tr_TR.UTF-8"}) {
-            const CliRun run = runCli(inFolder(game, arguments), locale);
+            const CliRun run = runCli(arguments, locale);
             QCOMPARE(run.status, 0);
             QCOMPARE(run.err, plain.err);
             QVERIFY2(run.out == plain.out, locale);

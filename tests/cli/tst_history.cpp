@@ -199,8 +199,7 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
         HistoryGame game;
-        for (QString &a : arguments)
-            a.replace("%1", game.path("."));
+        arguments.replaceInStrings("%1", game.dir());
         if (!arguments.contains("-o"))
             arguments << "-o" << game.path("h.gif");
         const CliRun run = runCli(QStringList{"history"} + arguments);

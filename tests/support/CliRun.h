@@ -1,6 +1,7 @@
 #pragma once
 // Runs veltro-cli as a script would and keeps what it said.
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 #include <functional>
@@ -61,6 +62,12 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
     if (finished && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
     return run;
+}
+
+inline QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
 
 inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)

@@ -176,7 +176,7 @@ private slots:
             start.timeoutMs = 20000;
         }
         if (setup == "limit")
-            start.fileSizeLimit = 8;
+            start.shellPrefix = "ulimit -f 8 && exec";
         if (setup == "full")
             start.outputFile = "/dev/full";
         const QStringList before = folderState(game.dir());

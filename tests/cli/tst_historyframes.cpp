@@ -98,21 +98,14 @@ Decoded decodeWebp(const QString &path)
     return d;
 }
 
-// veltro-cli run by a shell as `prefix` says: after a ulimit, or by GNU time
-// (whose %M is the peak resident set in KB).
+// veltro-cli run by a shell as `prefix` says, however long it takes.
 CliRun runVia(const QString &prefix, const QStringList &arguments, const QByteArray &asanOptions = {})
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (!asanOptions.isEmpty())
-        environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ':' + asanOptions);
-    process.setProcessEnvironment(environment);
-    process.start("sh", QStringList{"-c", prefix + " \"$0\" \"$@\"", VELTRO_CLI} + arguments);
-    process.waitForFinished(-1);
-    CliRun run{-1, process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-    if (process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    return run;
+    CliStart start;
+    start.shellPrefix = prefix;
+    start.asanOptions = asanOptions;
+    start.timeoutMs = -1;
+    return runCli(arguments, start);
 }
 
 } // namespace
@@ -172,7 +165,8 @@ private slots:
     void memoryDoesNotGrowWithTheTurns()
     {
         auto peakKb = [&](int turns) {
-            // The sanitizer's quarantine would hold on to freed frames.
+            // GNU time's %M: the peak resident set in KB. The sanitizer's
+            // quarantine would hold on to freed frames.
             const CliRun run = runVia("exec /usr/bin/time -f %M", QStringList{"history"} + m_turns.mid(0, turns)
                                                                       + QStringList{"-o", m_dir.filePath("peak.webp")},
                                       "quarantine_size_mb=0");

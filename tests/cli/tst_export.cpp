@@ -77,10 +77,9 @@ private:
     QJsonValue value(int depth)
     {
         switch (m_random.bounded(depth > 3 ? 3 : 5)) {
-        case 0: {
+        case 0:
             m_json.null();
             return QJsonValue(QJsonValue::Null);
-        }
         case 1: {
             const double scaled = (m_random.generateDouble() - 0.5) * std::pow(10.0, m_random.bounded(16));
             const double x = m_random.bounded(2) ? edgeNumbers[m_random.bounded(int(std::size(edgeNumbers)))]

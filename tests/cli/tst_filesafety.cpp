@@ -13,26 +13,20 @@
 
 namespace {
 
-const QStringList SampleSuffixes{".map", ".P1", ".P2", ".P3", ".P4", ".P5", ".VMK"};
-
 // The sample game in a scratch folder, its files named from `base`, the
 // reports' and annotation file's suffixes in lower case if asked.
 void copySample(const TestGame &game, const QString &base = "MARCHES", bool lowerSuffixes = false)
 {
-    for (const QString &suffix : SampleSuffixes) {
-        QFile sample(QString(VELTRO_SAMPLES) + "/MARCHES" + suffix);
-        QVERIFY(sample.open(QIODevice::ReadOnly));
-        game.write(base + (lowerSuffixes && suffix != ".map" ? suffix.toLower() : suffix), sample.readAll());
-    }
+    for (const QString suffix : {".map", ".P1", ".P2", ".P3", ".P4", ".P5", ".VMK"})
+        game.write(base + (lowerSuffixes && suffix != ".map" ? suffix.toLower() : suffix),
+                   fileBytes(VELTRO_SAMPLES "/MARCHES" + suffix));
 }
 
 mode_t modeOf(const QString &path, bool follow = true)
 {
     struct stat st {};
     const QByteArray name = QFile::encodeName(path);
-    if ((follow ? ::stat(name, &st) : ::lstat(name, &st)) != 0)
-        return 0;
-    return st.st_mode;
+    return (follow ? ::stat(name, &st) : ::lstat(name, &st)) == 0 ? st.st_mode : 0;
 }
 
 // Every entry of the folder with its kind, permission bits and bytes: what a
@@ -49,10 +43,8 @@ QStringList folderState(const QString &dir)
         QString entry = QString("%1 %2").arg(name).arg(mode, 0, 8);
         if (S_ISDIR(mode))
             entry += " [" + folderState(path).join(", ") + "]";
-        if (S_ISREG(mode)) {
-            QFile file(path);
-            entry += file.open(QIODevice::ReadOnly) ? " " + file.readAll().toHex() : " unreadable";
-        }
+        if (S_ISREG(mode))
+            entry += " " + fileBytes(path).toHex();
         state << entry;
     }
     return state;

@@ -115,10 +115,11 @@ private slots:
         QTest::newRow("planet: both") << planet + QStringList{"--at", "1,1", "--number", "1"} << 2
                                       << "planet takes one of --at X,Y and --number N";
         for (const char *row : {"0", "129"})
-            QTest::addRow("planet: row %s", row) << planet + QStringList{"--number", row} << 2
-                                                 << QString("--number takes a planet row from 1 to 128, not \"%1\"").arg(row);
-        QTest::newRow("planet: not a position")
-            << planet + QStringList{"--at", "12"} << 2 << "--at takes X,Y as two finite numbers of light years, not \"12\"";
+            QTest::addRow("planet: row %s", row)
+                << planet + QStringList{"--number", row} << 2
+                << QString("--number takes a planet row from 1 to 128, not \"%1\"").arg(row);
+        QTest::newRow("planet: not a position") << planet + QStringList{"--at", "12"} << 2
+                                                << "--at takes X,Y as two finite numbers of light years, not \"12\"";
         QTest::newRow("planet: not a start") << planet + QStringList{"--at", "1,1", "--from", "1;1"} << 2
                                              << "--from takes X,Y as two finite numbers of light years, not \"1;1\"";
         QTest::newRow("planet: zoom of width 0") << planet + QStringList{"--at", "1,1", "--zoom", "0,0,0"} << 1

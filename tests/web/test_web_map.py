@@ -154,10 +154,13 @@ class WebMapTest(unittest.TestCase):
     def planet(self, year, *options):
         return json.loads(self.cli("planet", self.game(year), "--year", str(year), *options))
 
-    def planets_at(self, year, points):
-        """`planet --at` for every point, two at a time."""
+    def planets(self, year, options):
+        """`planet` for every list of options, two at a time."""
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
-            return list(pool.map(lambda p: self.planet(year, "--at", f"{p[0]!r},{p[1]!r}"), points))
+            return list(pool.map(lambda o: self.planet(year, *o), options))
+
+    def planets_at(self, year, points):
+        return self.planets(year, [("--at", f"{x!r},{y!r}") for x, y in points])
 
     def render(self, year, layers, size=800, names=False):
         out = self.renders / f"{year}-{layers}-{size}-{names}.png"
@@ -271,9 +274,7 @@ class WebMapTest(unittest.TestCase):
         self.driver.find_element(By.ID, "zoomWhole").click()
         year = self.years[2440]
         rows = range(1, len(year["planets"]) + 1, 2)
-        with concurrent.futures.ThreadPoolExecutor(2) as pool:
-            answers = list(pool.map(lambda row: self.planet(2440, "--number", str(row)), rows))
-        for row, answer in zip(rows, answers):
+        for row, answer in zip(rows, self.planets(2440, [("--number", str(row)) for row in rows])):
             self.assertEqual(self.driver.execute_script(f"return veltroMap.panel({row})"),
                              {k: answer[k] for k in ("Detail", "RHab", "Pie1", "Pie2")}, row)
         marked = next(i + 1 for i, p in enumerate(year["planets"]) if p[2] == PLANET)

@@ -10,32 +10,15 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace {
-
-// Standard output as text: help and version are text.
-struct Run {
-    int status;
-    QString out;
-    QString err;
-};
-
-Run cli(const QStringList &arguments)
-{
-    const CliRun run = runCli(arguments);
-    return {run.status, QString::fromUtf8(run.out), run.err};
-}
-
-} // namespace
-
 class CommandLineTest : public QObject {
     Q_OBJECT
 
 private slots:
     void version()
     {
-        const Run run = cli({"--version"});
+        const CliRun run = runCli({"--version"});
         QCOMPARE(run.status, 0);
-        QVERIFY2(QRegularExpression(R"(^veltro-cli \d+\.\d+\.\d+\n$)").match(run.out).hasMatch(), qPrintable(run.out));
+        QVERIFY2(QRegularExpression(R"(^veltro-cli \d+\.\d+\.\d+\n$)").match(QString(run.out)).hasMatch(), run.out);
     }
 
     // Each level's help lists its own options and no other's.
@@ -57,31 +40,36 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QStringList, listed);
         QFETCH(QString, notListed);
-        const Run run = cli(arguments);
+        const CliRun run = runCli(arguments);
         QCOMPARE(run.status, 0);
         QVERIFY(run.out.startsWith("Usage: "));
         for (const QString &text : listed)
-            QVERIFY2(run.out.contains(text), qPrintable(text));
-        QVERIFY(!run.out.contains(notListed));
+            QVERIFY2(run.out.contains(text.toUtf8()), qPrintable(text));
+        QVERIFY(!run.out.contains(notListed.toUtf8()));
     }
 
     void usageErrors_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("nothing") << QStringList{};
-        QTest::newRow("unknown command") << QStringList{"draw", "x.map"};
-        QTest::newRow("option before the command") << QStringList{"--year", "2400", "export", "x.map"};
-        QTest::newRow("unknown option") << QStringList{"export", "x.map", "--colour"};
-        QTest::newRow("no map file") << QStringList{"render", "-o", "x.png"};
-        QTest::newRow("option without its value") << QStringList{"export", "x.map", "--format"};
+        QTest::addColumn<QString>("message");
+        const QString commands = ": export, render, planet, history, site (see veltro-cli --help)";
+        QTest::newRow("nothing") << QStringList{} << "missing command" + commands;
+        QTest::newRow("unknown command") << QStringList{"draw", "x.map"} << "unknown command \"draw\"" + commands;
+        QTest::newRow("option before the command") << QStringList{"--year", "2400", "export", "x.map"}
+                                                   << "Unknown option 'year'.";
+        QTest::newRow("unknown option") << QStringList{"export", "x.map", "--colour"} << "Unknown option 'colour'.";
+        QTest::newRow("no map file") << QStringList{"render", "-o", "x.png"} << "render takes one MAPFILE";
+        QTest::newRow("option without its value") << QStringList{"export", "x.map", "--format"}
+                                                  << "Missing value after '--format'.";
     }
     void usageErrors()
     {
         QFETCH(QStringList, arguments);
-        const Run run = cli(arguments);
+        QFETCH(QString, message);
+        const CliRun run = runCli(arguments);
         QCOMPARE(run.status, 2);
-        QCOMPARE(run.out, QString());
-        QCOMPARE(run.err.count(u'\n'), 1);
+        QCOMPARE(run.out, QByteArray());
+        QCOMPARE(run.err, message + "\n");
     }
 
     // Values that mean nothing, on a real game: one line saying what is
@@ -112,17 +100,58 @@ private slots:
         QTest::newRow("output without a name") << QStringList{"planet", "--number", "1", "-o", ""} << 2
                                                << "-o takes a file name";
         QTest::newRow("control characters") << QStringList{"export", "--\x1b[2J\a\nx"} << 2 << "'\\e[2J\\a\\nx'";
+        const QStringList colour{"render", "--year", "2431", "--layers", "owned", "-o", "-", "--race-colour"};
+        QTest::newRow("race names match with case") << colour + QStringList{"vorn=#FFFFFF"} << 2
+                                                    << "--race-colour: no race named \"vorn\" in this game;";
+        QTest::newRow("race colour too dark") << colour + QStringList{"Vorn=#3F4040"} << 2
+                                              << "red + green + blue is 191, at least 192 is needed";
+        QTest::newRow("race colour by name") << colour + QStringList{"Vorn=red"} << 2
+                                             << "--race-colour takes NAME=#RRGGBB, not \"Vorn=red\"";
+        QTest::newRow("short race colour") << colour + QStringList{"Vorn=#FFF"} << 2 << "takes NAME=#RRGGBB";
+        QTest::newRow("race colour without a name") << colour + QStringList{"=#FFFFFF"} << 2 << "takes NAME=#RRGGBB";
+        const QStringList planet{"planet", "--year", "2431"};
+        QTest::newRow("planet: neither --at nor --number") << planet << 2
+                                                           << "planet takes one of --at X,Y and --number N";
+        QTest::newRow("planet: both") << planet + QStringList{"--at", "1,1", "--number", "1"} << 2
+                                      << "planet takes one of --at X,Y and --number N";
+        for (const char *row : {"0", "129"})
+            QTest::addRow("planet: row %s", row)
+                << planet + QStringList{"--number", row} << 2
+                << QString("--number takes a planet row from 1 to 128, not \"%1\"").arg(row);
+        QTest::newRow("planet: not a position") << planet + QStringList{"--at", "12"} << 2
+                                                << "--at takes X,Y as two finite numbers of light years, not \"12\"";
+        QTest::newRow("planet: not a start") << planet + QStringList{"--at", "1,1", "--from", "1;1"} << 2
+                                             << "--from takes X,Y as two finite numbers of light years, not \"1;1\"";
+        QTest::newRow("planet: zoom of width 0") << planet + QStringList{"--at", "1,1", "--zoom", "0,0,0"} << 1
+                                                 << "the spot could not be looked up: Division by zero";
     }
     void meaninglessValues()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
         arguments.insert(1, QString(VELTRO_SAMPLES) + "/MARCHES.map");
-        const Run run = cli(arguments);
+        const CliRun run = runCli(arguments);
         QTEST(run.status, "status");
-        QCOMPARE(run.out, QString());
+        QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.count(u'\n') == 1 && run.err.contains(message), qPrintable(run.err));
         QVERIFY(!run.err.contains(u'\x1b') && !run.err.contains(u'\a'));
+    }
+
+    // The last word on a race wins; 64 + 64 + 64 is just bright enough.
+    void raceColourReachesTheDrawing()
+    {
+        QTemporaryDir dir;
+        const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "owned",
+                                   "--race-colour", "Vorn=#A0B0C0", "--race-colour", "Vorn=#40C848", "--race-colour",
+                                   "Morrow Kin=#404040", "-o", dir.filePath("map.png"), "--trace", "-"});
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        const auto fill = [](int r, int g, int b) {
+            return "\"FillColor\":" + QByteArray::number(r + 256 * g + 65536 * b) + "}";
+        };
+        QVERIFY(run.out.contains(fill(64, 200, 72)));
+        QVERIFY(run.out.contains(fill(64, 64, 64)));
+        QVERIFY(!run.out.contains(fill(160, 176, 192)));
     }
 
     // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a

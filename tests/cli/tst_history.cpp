@@ -1,17 +1,17 @@
-// veltro-cli history on a three-turn game in folders named by the year:
-// the races come in another order each turn and the Krell are first seen in
-// the third. Frames come in year order, keep every race's first colour, and
-// their map squares are what render draws with those colours; a snapshot
-// that cannot be loaded stops the command and leaves no animation.
+// veltro-cli history: frames in year order keep every race's first colour
+// and show what render draws with those colours; a snapshot that cannot be
+// loaded stops the command. And its GIF encoder read back by Qt's reader.
 
 #include "CliRun.h"
+#include "GifAnimation.h"
 #include "HistoryFrame.h"
+#include "PictureChecks.h"
 #include "TestGame.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QImageReader>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -22,29 +22,11 @@ const QList<MapPlanet> map{{"Frontier", 1300, 1300}, {"Home", 1100, 1100}, {"Vor
                            {"Krellspire", 1250, 1500}};
 constexpr int Pixels = 160;
 
-class HistoryGame {
-public:
-    // Writes one turn: its map and report 1 in the folder named by the year.
-    void writeTurn(int year, const Lines &report) const
-    {
-        const QDir turn(m_dir.filePath(QString::number(year)));
-        QDir().mkpath(turn.path());
-        QByteArray mapBytes = "#\tX\tY\tName\r\n";
-        for (int i = 0; i < map.size(); ++i)
-            mapBytes += QString("%1\t%2\t%3\t%4\r\n").arg(i + 1).arg(map[i].x).arg(map[i].y).arg(map[i].name).toLatin1();
-        write(turn.filePath("game.map"), mapBytes);
-        QByteArray reportBytes = "Planet Name\tOwner\tStarbase\tReport Age\tPopulation\r\n";
-        for (const QByteArray &line : report)
-            reportBytes += line + "\r\n";
-        write(turn.filePath("game.P1"), reportBytes);
-    }
-    QString mapOf(int year) const { return m_dir.filePath(QString("%1/game.map").arg(year)); }
-    QString path(const QString &name) const { return m_dir.filePath(name); }
-
-    // The race columns follow the planet table: when the Vorn take the
-    // Frontier, the first planet, they come before the Humans; when the
-    // Krell take it from them, the Krell come first.
-    void writeThreeTurns() const
+// Three turns in folders named by the year. The race columns follow the
+// planet table: when the Vorn take the Frontier, the first planet, they come
+// before the Humans; when the Krell take it from them, the Krell come first.
+struct HistoryGame : TestGame {
+    HistoryGame()
     {
         writeTurn(2401, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "5000")});
         writeTurn(2402, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "6000"),
@@ -52,15 +34,13 @@ public:
         writeTurn(2403, {homeLine(), planetLine("Vornhold", "Vorn", "None", "0", "7000"),
                          planetLine("Frontier", "Krell", "None", "0", "4000")});
     }
-
-private:
-    static void write(const QString &path, const QByteArray &bytes)
+    void writeTurn(int year, const Lines &report) const
     {
-        QFile f(path);
-        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(path));
+        QDir(dir()).mkpath(QString::number(year));
+        writeMap(map, QString("%1/game.map").arg(year));
+        writeReport(QString("%1/game.P1").arg(year), report);
     }
-    QTemporaryDir m_dir;
+    QString mapOf(int year) const { return path(QString("%1/game.map").arg(year)); }
 };
 
 QList<QImage> gifFrames(const QString &path)
@@ -72,16 +52,16 @@ QList<QImage> gifFrames(const QString &path)
     return frames;
 }
 
-QImage rendered(const QString &mapFile, int year, const QStringList &colours, const QString &out)
+QImage rendered(const QString &mapFile, int year, const QStringList &colours = {})
 {
     QStringList arguments{"render", mapFile, "--year", QString::number(year), "--layers", "borders,owned",
-                          "--size", QString::number(Pixels), "-o", out};
+                          "--size", QString::number(Pixels), "-o", "-"};
     for (const QString &c : colours)
         arguments << "--race-colour" << c;
     const CliRun run = runCli(arguments);
     if (run.status != 0)
         qWarning() << run.err;
-    return QImage(out).convertToFormat(QImage::Format_RGB32);
+    return QImage::fromData(run.out).convertToFormat(QImage::Format_RGB32);
 }
 
 // Standard error without the progress counts, which a run longer than a
@@ -93,6 +73,29 @@ QString withoutProgress(const QString &err)
     return QString(err).remove(count);
 }
 
+QList<QImage> encodeAndRead(const QList<QImage> &frames)
+{
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    GifAnimation gif(out, frames.first().size(), 10);
+    for (const QImage &frame : frames)
+        gif.addFrame(frame);
+    gif.finish();
+    QBuffer in(&out.buffer());
+    QImageReader reader(&in, "gif");
+    QList<QImage> read;
+    for (QImage frame; reader.read(&frame);)
+        read << frame.convertToFormat(QImage::Format_RGB32);
+    return read;
+}
+
+QImage flat(QRgb colour)
+{
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
 } // namespace
 
 class HistoryCommandTest : public QObject {
@@ -101,7 +104,6 @@ private slots:
     void framesKeepEveryRacesColour()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         const QString gif = game.path("history.gif");
         // Given out of order: the frames still go by year.
         const CliRun run = runCli({"history", game.mapOf(2403), game.mapOf(2401), game.mapOf(2402), "--layers",
@@ -132,43 +134,30 @@ private slots:
             QCOMPARE(frames[i], png);
             QVERIFY(png.width() > Pixels);
             // The map square is render's picture in the stable colours.
-            const QImage map = rendered(game.mapOf(year), year, i == 2 ? stable : stable.mid(0, 2),
-                                        game.path(QString("render%1.png").arg(year)));
-            QCOMPARE(png.copy(0, 0, Pixels, Pixels), map);
+            QCOMPARE(png.copy(0, 0, Pixels, Pixels), rendered(game.mapOf(year), year, stable.mid(0, i == 2 ? 3 : 2)));
         }
         // Without them the Vorn would be red in 2402, the Krell in 2403.
-        QVERIFY(frames[1].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2402), 2402, {}, game.path("plain2.png")));
-        const QImage plain = rendered(game.mapOf(2403), 2403, {}, game.path("plain.png"));
-        QVERIFY(frames[2].copy(0, 0, Pixels, Pixels) != plain);
+        QVERIFY(frames[1].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2402), 2402));
+        QVERIFY(frames[2].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2403), 2403));
     }
 
-    void chosenColourAndUnknownRace()
+    void chosenColour()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         const QString gif = game.path("history.gif");
-        const QStringList snapshots{game.mapOf(2401), game.mapOf(2402), game.mapOf(2403)};
-        CliRun run = runCli(QStringList{"history"} + snapshots
-                            + QStringList{"--layers", "borders,owned", "--size", QString::number(Pixels),
-                                          "--race-colour", "Krell=#FF0000", "-o", gif});
+        const CliRun run = runCli({"history", game.mapOf(2401), game.mapOf(2402), game.mapOf(2403), "--layers",
+                                   "borders,owned", "--size", QString::number(Pixels), "--race-colour", "Krell=#FF0000",
+                                   "-o", gif});
         QCOMPARE(run.status, 0);
         // The Krell's red, reserved from the start, pushes the Humans to the
         // first free colour, green, and so the Vorn to blue.
-        const QImage last = gifFrames(gif).last();
-        QCOMPARE(last.copy(0, 0, Pixels, Pixels),
-                 rendered(game.mapOf(2403), 2403, {"Humans=#00FF00", "Vorn=#0000FF", "Krell=#FF0000"},
-                          game.path("chosen.png")));
-
-        run = runCli(QStringList{"history"} + snapshots + QStringList{"--race-colour", "Zorg=#FF0000", "-o", gif});
-        QCOMPARE(run.status, 2);
-        QVERIFY2(run.err.startsWith("--race-colour: no race named \"Zorg\" in any snapshot; the races are: Humans, Vorn, Krell"),
-                 qPrintable(run.err));
+        QCOMPARE(gifFrames(gif).last().copy(0, 0, Pixels, Pixels),
+                 rendered(game.mapOf(2403), 2403, {"Humans=#00FF00", "Vorn=#0000FF", "Krell=#FF0000"}));
     }
 
     void badSnapshotStopsTheCommand()
     {
         HistoryGame game;
-        game.writeThreeTurns();
         // A report age that is no number fails that turn's load.
         game.writeTurn(2402, {homeLine(), planetLine("Vornhold", "Vorn", "None", "Unknown", "6000")});
         const QString gif = game.path("history.gif");
@@ -191,20 +180,50 @@ private slots:
         QTest::newRow("--year") << QStringList{"%1/2401/game.map", "--year", "2401"} << "--year and --report-year do not apply";
         QTest::newRow("not a GIF") << QStringList{"%1/2401/game.map", "-o", "x.png"} << "-o takes an animation file ending in .gif";
         QTest::newRow("no snapshot") << QStringList{"-o", "x.gif"} << "history takes one or more SNAPSHOT";
+        QTest::newRow("unknown race")
+            << QStringList{"%1/2401/game.map", "%1/2402/game.map", "%1/2403/game.map", "--race-colour", "Zorg=#FF0000"}
+            << "--race-colour: no race named \"Zorg\" in any snapshot; the races are: Humans, Vorn, Krell";
     }
     void usageErrors()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
         HistoryGame game;
-        game.writeThreeTurns();
-        for (QString &a : arguments)
-            a.replace("%1", game.path("."));
+        arguments.replaceInStrings("%1", game.dir());
         if (!arguments.contains("-o"))
             arguments << "-o" << game.path("h.gif");
         const CliRun run = runCli(QStringList{"history"} + arguments);
         QCOMPARE(run.status, 2);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
+    }
+
+    // The encoder read back: frames of few colours come back exactly, also
+    // when only part changes or nothing does.
+    void fewColoursComeBackExactly()
+    {
+        QImage second = flat(qRgb(0, 0, 0));
+        second.setPixel(10, 5, qRgb(255, 0, 0));
+        QImage third = second;
+        third.setPixel(40, 30, qRgb(0, 0, 0)); // unchanged: it was black
+        third.setPixel(41, 30, qRgb(1, 2, 3));
+        const QList<QImage> frames{flat(qRgb(0, 0, 0)), second, third, third};
+        QCOMPARE(encodeAndRead(frames), frames);
+    }
+
+    // A flat race colour over most of a frame stays exact, a gradient of
+    // 1024 colours in a corner within 12 levels.
+    void manyColoursKeepTheCommonOnes()
+    {
+        QImage frame = flat(qRgb(0, 255, 128));
+        for (int y = 0; y < 32; ++y)
+            for (int x = 0; x < 32; ++x)
+                frame.setPixel(x, y, qRgb(x * 8, y * 8, (x + y) * 4));
+        for (int x = 0; x < 64; ++x)
+            frame.setPixel(x, 40, qRgb(255, 255, 0));
+        const QImage read = encodeAndRead({flat(qRgb(0, 0, 0)), frame}).last();
+        QCOMPARE(read.pixel(50, 10), qRgb(0, 255, 128));
+        QCOMPARE(read.pixel(5, 40), qRgb(255, 255, 0));
+        QVERIFY(worstChannelError(read.copy(0, 0, 32, 32), frame.copy(0, 0, 32, 32)) <= 12);
     }
 };
 

@@ -1,5 +1,6 @@
 // veltro-cli planet as scripts see it: the readout and the panel of one
-// spot of the sample game, the options' errors, and a panel that fails.
+// spot of the sample game, trips, and a panel that fails. (The options'
+// errors are with the command line's.)
 
 #include "CliRun.h"
 #include "TestGame.h"
@@ -108,27 +109,6 @@ private slots:
         QVERIFY(o[u"Detail"].isNull());
         QCOMPARE(o[u"Picked"].toArray(), QJsonArray());
         QCOMPARE(o[u"Pie1"].toArray(), QJsonArray());
-    }
-
-    void optionErrors_data()
-    {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<int>("status");
-        QTest::newRow("neither") << QStringList{} << 2;
-        QTest::newRow("both") << QStringList{"--at", "1,1", "--number", "1"} << 2;
-        QTest::newRow("row 0") << QStringList{"--number", "0"} << 2;
-        QTest::newRow("row beyond the table") << QStringList{"--number", "129"} << 2;
-        QTest::newRow("not a position") << QStringList{"--at", "12"} << 2;
-        QTest::newRow("not a start") << QStringList{"--at", "1,1", "--from", "1;1"} << 2;
-        QTest::newRow("zoom of width 0") << QStringList{"--at", "1,1", "--zoom", "0,0,0"} << 1;
-    }
-    void optionErrors()
-    {
-        QFETCH(QStringList, options);
-        const CliRun run = planet(options);
-        QTEST(run.status, "status");
-        QVERIFY(run.out.isEmpty());
-        QCOMPARE(run.err.count(u'\n'), 1);
     }
 
     // A concentration that is a word while the others add up: nothing on

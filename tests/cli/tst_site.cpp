@@ -10,29 +10,21 @@
 #include "WebMap.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QTest>
 
 namespace {
 
 const QString Sample = QStringLiteral(VELTRO_SAMPLES "/MARCHES.map");
 
-QByteArray contents(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-// Everything in a folder, hidden names included, as paths inside it.
+// Everything in a folder, hidden names included, as sorted paths inside it.
 QStringList listing(const QString &folder)
 {
     QStringList names;
-    const QDir dir(folder);
-    for (const QString &name : dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name)) {
-        names << name;
-        if (QFileInfo(dir.filePath(name)).isDir())
-            for (const QString &inner : listing(dir.filePath(name)))
-                names << name + u'/' + inner;
-    }
+    for (QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+         it.hasNext();)
+        names << QDir(folder).relativeFilePath(it.next());
+    names.sort();
     return names;
 }
 
@@ -55,17 +47,13 @@ private slots:
             expected << QString("years/2431/%1.png").arg(picture) << QString("years/2431/%1@2x.png").arg(picture);
         expected << "years/2431/panels.js" << "years/2431/planets.js";
         expected.sort();
-        QStringList written = listing(site);
-        written.sort();
-        QCOMPARE(written, expected);
+        QCOMPARE(listing(site), expected);
         QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
         QCOMPARE(QImage(site + "/years/2431/borders@2x.png").size(), QSize(200, 200));
-        QVERIFY(contents(site + "/data/site.js").startsWith("veltroMap.site({"));
+        QVERIFY(fileBytes(site + "/data/site.js").startsWith("veltroMap.site({"));
 
         // The next turn's run replaces the map whole: nothing of the old one stays.
-        QFile stale(site + "/years/2431/stale.png");
-        QVERIFY(stale.open(QIODevice::WriteOnly));
-        stale.close();
+        QVERIFY(QFile(site + "/years/2431/stale.png").open(QIODevice::WriteOnly));
         run = runCli({"site", Sample + "@2432", "--size", "100", "-o", site});
         QCOMPARE(run.status, 0);
         QVERIFY(QFileInfo::exists(site + "/years/2432/panels.js"));
@@ -103,27 +91,20 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(int, status);
         QFETCH(QString, message);
-        QTemporaryDir out;
-        QDir(out.path()).mkpath("kept");
-        QFile notes(out.filePath("kept/notes.txt"));
-        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("mine") == 4);
-        notes.close();
-        QDir(out.path()).mkpath("broken");
-        QFile broken(out.filePath("broken/game.map"));
-        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("#\tX\tY\tName\r\n1\tfar\t2\tNowhere\r\n") > 0);
-        broken.close();
-        QFile::copy(QString(Sample).replace(".map", ".P1"), out.filePath("broken/game.P1"));
-        const QStringList before = listing(out.path());
-        for (QString &a : arguments)
-            a.replace("%1", out.path());
+        TestGame out;
+        QVERIFY(QDir(out.dir()).mkpath("kept") && QDir(out.dir()).mkpath("broken"));
+        out.write("kept/notes.txt", "mine");
+        out.write("broken/game.map", "#\tX\tY\tName\r\n1\tfar\t2\tNowhere\r\n");
+        QVERIFY(QFile::copy(QString(Sample).replace(".map", ".P1"), out.path("broken/game.P1")));
+        const QStringList before = listing(out.dir());
 
-        const CliRun run = runCli(QStringList{"site"} + arguments);
+        const CliRun run = runCli(QStringList{"site"} + arguments.replaceInStrings("%1", out.dir()));
         QCOMPARE(run.status, status);
         QCOMPARE(run.err.count(u'\n'), 1);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
         // Nothing written, nothing half-written beside the folder, the user's file as it was.
-        QCOMPARE(listing(out.path()), before);
-        QCOMPARE(contents(out.filePath("kept/notes.txt")), QByteArray("mine"));
+        QCOMPARE(listing(out.dir()), before);
+        QCOMPARE(fileBytes(out.path("kept/notes.txt")), QByteArray("mine"));
     }
 
     // File > Publish Web Map writes the game as loaded, in the colours the
@@ -137,11 +118,11 @@ private slots:
         data.RaceRGB[1] = {1, 2, 250};
         QTemporaryDir out;
         writeWebMapOfGame(data, out.filePath("map"));
-        const QByteArray year = contents(out.filePath("map/years/2431/planets.js"));
+        const QByteArray year = fileBytes(out.filePath("map/years/2431/planets.js"));
         QVERIFY(year.startsWith("veltroMap.year({"));
         QVERIFY(year.contains(QString("{\"colour\":\"#0102fa\",\"name\":\"%1\"}")
                                   .arg(data.player(2)[RaceName].text()).toUtf8()));
-        QVERIFY(contents(out.filePath("map/data/site.js")).contains("\"title\":\"MARCHES\""));
+        QVERIFY(fileBytes(out.filePath("map/data/site.js")).contains("\"title\":\"MARCHES\""));
         QCOMPARE(QImage(out.filePath("map/years/2431/territory.png")).size(), QSize(800, 800));
     }
 };

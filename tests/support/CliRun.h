@@ -1,6 +1,7 @@
 #pragma once
 // Runs veltro-cli as a script would and keeps what it said.
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 #include <functional>
@@ -17,8 +18,10 @@ struct CliRun {
 struct CliStart {
     // German by default, so that a decimal comma would show.
     QByteArray locale = "de_DE.UTF-8";
-    // ulimit -f, in kilobytes; 0 for none.
-    int fileSizeLimit = 0;
+    // Shell words before the program, as "ulimit -f 8; exec"; none if empty.
+    QString shellPrefix;
+    // Added to the sanitizer's options, if it runs under one.
+    QByteArray asanOptions;
     // Standard output into this file instead of kept, appended to it if asked.
     QString outputFile;
     bool appendOutput = false;
@@ -41,13 +44,14 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LC_ALL", start.locale);
+    if (!start.asanOptions.isEmpty())
+        environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ':' + start.asanOptions);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(start.workingDirectory);
     if (!start.outputFile.isEmpty())
         process.setStandardOutputFile(start.outputFile, start.appendOutput ? QIODevice::Append : QIODevice::Truncate);
-    if (start.fileSizeLimit > 0)
-        process.start("sh", QStringList{"-c", QString("ulimit -f %1 && exec \"$0\" \"$@\"").arg(start.fileSizeLimit),
-                                        VELTRO_CLI} + arguments);
+    if (!start.shellPrefix.isEmpty())
+        process.start("sh", QStringList{"-c", start.shellPrefix + " \"$0\" \"$@\"", VELTRO_CLI} + arguments);
     else
         process.start(VELTRO_CLI, arguments);
     if (start.whileRunning)
@@ -61,6 +65,12 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
     if (finished && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
     return run;
+}
+
+inline QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
 
 inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)

@@ -383,10 +383,21 @@ class WebMapTest(unittest.TestCase):
         self.assertTrue(any(str(r).startswith("tab") for r in reached), reached)
 
 
+# Two halves of about equal time, each with a browser of its own, so that
+# CTest runs them side by side; every case belongs to one.
+HALVES = {"pointer": ["test_readout_follows_the_pointer", "test_pick_rule_at_the_edges", "test_search_finds_and_marks"],
+          "pictures": ["test_views_years_and_names_show_renders_pictures", "test_click_shows_the_panel",
+                       "test_reachable_and_named_by_keyboard"]}
+
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--cli", required=True)
     parser.add_argument("--gamegen", required=True)
     parser.add_argument("--maps", required=True)
+    parser.add_argument("--half", choices=HALVES)
     args, rest = parser.parse_known_args()
-    unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
+    cases = unittest.defaultTestLoader.getTestCaseNames(WebMapTest)
+    if sorted(sum(HALVES.values(), [])) != sorted(cases):
+        sys.exit(f"HALVES must name every case once: {cases}")
+    chosen = HALVES[args.half] if args.half else cases
+    unittest.main(argv=[sys.argv[0], *rest, *[f"WebMapTest.{c}" for c in chosen]], verbosity=2)

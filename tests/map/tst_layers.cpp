@@ -163,7 +163,7 @@ private slots:
         QTest::newRow("layers in their fixed order") << LayerRow{[](GameData &d) {
             addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});
         }, {HabButton, UniverseButton, ScannedButton}, "",
-            {{{"op", "Cls"}}, {{"op", "Circle"}, {"r", 100}}, {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}},
+            {{{"op", "Cls"}}, {{"op", "Circle"}, {"r", 100}}, {{"op", "PSet"}, {"color", colour(255, 255, 0)}}, {{"op", "Circle"}, {"r", 30}},
              {{"op", "PSet"}}, {{"op", "Circle"}, {"r", 30}}}};
     }
     void layers()

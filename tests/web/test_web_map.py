@@ -2,10 +2,7 @@
 """The web map in a real browser, opened from disk, against what veltro-cli
 planet and render say of the same three-year six-race game, one race and one
 planet named as markup. After every case the console is clean and no request
-has left the folder.
-
-usage: test_web_map.py --cli VELTRO_CLI --gamegen VELTRO_GAMEGEN --maps DIR
-"""
+has left the folder."""
 
 import argparse
 import base64
@@ -299,10 +296,6 @@ class WebMapTest(unittest.TestCase):
             if row == marked:
                 self.assertEqual(self.readout()["theplanet"], " " + PLANET)
         self.assertIn(RACE, self.driver.find_element(By.ID, "races").get_attribute("textContent"))
-        self.driver.find_element(By.ID, "search").clear()
-        self.driver.find_element(By.ID, "search").send_keys("</")
-        self.wait_until("document.querySelector('#matches button') !== null")
-        self.assertEqual(self.driver.find_element(By.CSS_SELECTOR, "#matches button").get_attribute("textContent"), PLANET)
         self.assertEqual(self.driver.execute_script(
             "return document.querySelectorAll('b, img:not(#picture):not(#nameLayer), script:not([src])').length"), 0)
         self.assertEqual(self.driver.title, "GAME \u2013 web map")
@@ -351,13 +344,12 @@ class WebMapTest(unittest.TestCase):
             search.send_keys(text)
             self.wait_until(f"veltroMap.state().marked === {row}")
             self.assertEqual(self.state()["row"], row)
-            self.assertEqual(self.driver.find_element(By.CSS_SELECTOR, '[data-label="PlanetName"]').get_attribute("textContent"),
-                             names[row - 1])
+            text = lambda selector: [e.get_attribute("textContent") for e in self.driver.find_elements(By.CSS_SELECTOR, selector)]
+            self.assertEqual(text('[data-label="PlanetName"]') + text("#matches button")[:1], [names[row - 1]] * 2)
             marker = self.driver.find_element(By.ID, "marker")
             self.assertTrue(marker.is_displayed())
-            x, y = self.client_point(2442, row)
-            self.assertAlmostEqual(marker.rect["x"] + marker.rect["width"] / 2, x, delta=1)
-            self.assertAlmostEqual(marker.rect["y"] + marker.rect["height"] / 2, y, delta=1)
+            centre = (marker.rect["x"] + marker.rect["width"] / 2, marker.rect["y"] + marker.rect["height"] / 2)
+            self.assertLessEqual(max(abs(a - b) for a, b in zip(centre, self.client_point(2442, row))), 1)
         search.clear()
         search.send_keys("zzzz")
         self.wait_until("document.getElementById('found').textContent === 'No planet by that name'")

@@ -1,8 +1,6 @@
 """Headless Chromium driven by Selenium, as the web map's tests and benchmark
-start it: Debian's chromium and chromium-driver, a new empty profile, and
-none of the browser's own connections (updates, sync, field trials), which
-a machine without a network refuses and which would muddle the page's own
-requests in the log."""
+start it: Debian's chromium and chromium-driver, a new empty profile, and none
+of the browser's own connections, which would muddle the page's requests in the log."""
 
 import shutil
 import tempfile

@@ -104,17 +104,3 @@ inline QStringList layoutFaults(const QWidget *window)
     layoutfaults::visit(window, faults);
     return faults;
 }
-
-// The widgets of `target`'s window that cover any part of it.
-inline QStringList widgetsOver(const QWidget *target)
-{
-    const QRect area(target->mapToGlobal(QPoint(0, 0)), target->size());
-    QStringList over;
-    for (const QWidget *w : target->window()->findChildren<QWidget *>()) {
-        if (!w->isVisible() || w->isWindow() || w == target || w->isAncestorOf(target) || target->isAncestorOf(w))
-            continue;
-        if (QRect(w->mapToGlobal(QPoint(0, 0)), w->size()).intersects(area))
-            over << layoutfaults::nameOf(w);
-    }
-    return over;
-}

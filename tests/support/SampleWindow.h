@@ -71,11 +71,7 @@ struct SampleWindow {
     QString status() const { return w.statusBar()->currentMessage(); }
     QImage picture() const { return w.raster().image(); }
     QImage screen() const { return map()->grab().toImage(); }
-    QList<double> view() const
-    {
-        const GameData &d = w.gameData();
-        return {d.Scale, double(d.OriginX), double(d.OriginY)};
-    }
+    QList<double> view() const { return {w.gameData().Scale, double(w.gameData().OriginX), double(w.gameData().OriginY)}; }
 
     // The widget pixel of a universe position, rounded, and the one just
     // right of and below a planet, within its pick box.

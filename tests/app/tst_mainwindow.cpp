@@ -5,22 +5,17 @@
 #include "AccessibleText.h"
 #include "AnnotationToolBox.h"
 #include "CliRun.h"
-#include "DetailPanel.h"
 #include "EmpireStatWindow.h"
 #include "FindPlanetField.h"
 #include "FocusMark.h"
 #include "IsolatedSettings.h"
 #include "LegendWindow.h"
-#include "MainWindowLayout.h"
-#include "MapView.h"
 #include "ModalWindow.h"
 #include "PictureChecks.h"
 #include "PlanetGridWindow.h"
 #include "RaceColourWindow.h"
 #include "RaceLegend.h"
-#include "RecentGames.h"
 #include "RecordingSink.h"
-#include "ReportWatch.h"
 #include "SampleWindow.h"
 #include "TestGame.h"
 
@@ -34,20 +29,27 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QTemporaryDir>
 
 namespace {
 
-const QString Sample = QStringLiteral(VELTRO_SAMPLES "/MARCHES.map");
-
-// The sample game's files copied into `dir`.
-bool copySample(const QTemporaryDir &dir)
+bool copySample(const TestGame &dir)
 {
     for (const QString &name : QDir(QStringLiteral(VELTRO_SAMPLES)).entryList({QStringLiteral("MARCHES.*")}))
-        if (!QFile::copy(QStringLiteral(VELTRO_SAMPLES "/") + name, dir.filePath(name)))
+        if (!QFile::copy(QStringLiteral(VELTRO_SAMPLES "/") + name, dir.path(name)))
             return false;
     return true;
 }
+
+// Every overlay button's `state` (isEnabled, isChecked) in button order.
+QList<bool> overlayStates(MainWindow &w, bool (QToolButton::*state)() const)
+{
+    QList<bool> states;
+    for (int i = 0; i < OverlayButtonCount; ++i)
+        states << (w.overlayBar()->button(i)->*state)();
+    return states;
+}
+
+const QList<bool> AllOn(OverlayButtonCount, true), AllOff(OverlayButtonCount, false);
 
 } // namespace
 
@@ -57,7 +59,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(copySample(m_folder));
-        m_s = std::make_unique<SampleWindow>(m_folder.filePath("MARCHES.map"), QSize(1200, 850));
+        m_s = std::make_unique<SampleWindow>(m_folder.path("MARCHES.map"), QSize(1200, 850));
     }
     void init()
     {
@@ -66,6 +68,7 @@ private slots:
         m_s->activate();
     }
 
+    // Without the game's settings file the selection opens in the home folder.
     void findsTheGameFolderInTheWinePrefix()
     {
         TestGame prefix;
@@ -74,7 +77,6 @@ private slots:
         prefix.write("drive_c/WINDOWS/stars.ini", "[Misc]\r\nStarsInstallDir=C:\\games\\Stars\r\n");
         qputenv("WINEPREFIX", prefix.dir().toLocal8Bit());
         QCOMPARE(MainWindow().gameData().StartDir, prefix.path(QStringLiteral("drive_c/Games/STARS")));
-        // Without a settings file the selection opens in the home folder.
         QVERIFY(QFile::remove(prefix.path("drive_c/WINDOWS/stars.ini")));
         QCOMPARE(MainWindow().gameData().StartDir, QDir::homePath());
         qunsetenv("WINEPREFIX");
@@ -82,7 +84,9 @@ private slots:
 
     // A failed load says so once, naming the file and the line, and leaves
     // the window as it starts: nothing to draw, only the File and Data menus.
-    void aFailedLoadLeavesTheWindowAsItStarts()
+    // A game then loaded without a year is saved beside it, no year in the
+    // name; a bad annotation colour ends the redraw with one message.
+    void aFailedLoadThenSaveMapAndABadAnnotation()
     {
         TestGame game;
         for (const char *name : {"bad.map", "bad.P1"})
@@ -92,12 +96,28 @@ private slots:
         QVERIFY(!load(w, game.path("bad.map")));
         QCOMPARE(m_sink.messages.size(), 1);
         QVERIFY(m_sink.messages[0].contains(QStringLiteral("bad.map, line 2")));
-        for (int i = 0; i < OverlayButtonCount; ++i)
-            QVERIFY(!w.overlayBar()->button(i)->isEnabled());
+        QCOMPARE(overlayStates(w, &QToolButton::isEnabled), AllOff);
         QVERIFY(!w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
         for (const char *name : {"mnuMap", "mnuGrid", "mnuGrid2"})
             QVERIFY(w.findChild<QAction *>(name)->isEnabled());
         QVERIFY(pictureIsBlack(w.raster().image()));
+
+        QVERIFY(copySample(game));
+        QVERIFY(load(w, game.path(QStringLiteral("MARCHES.map"))));
+        QTest::mouseClick(w.overlayBar()->button(UniverseButton), Qt::LeftButton);
+        m_sink.messages.clear();
+        w.findChild<QAction *>("mnuSave")->trigger();
+        const QString path = game.path(QStringLiteral("Universe Map.bmp"));
+        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path)});
+        QCOMPARE(QImage(path, "BMP").convertToFormat(QImage::Format_RGB32), w.raster().image());
+
+        game.write(QStringLiteral("MARCHES.VMK"), "L,1,1,500,500,9\r\n");
+        m_sink.messages.clear();
+        QTest::mouseClick(w.overlayBar()->button(VmkButton), Qt::LeftButton);
+        QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].startsWith(QStringLiteral("Drawing the map failed")));
+        QVERIFY(!pictureIsBlack(w.raster().image()));
+        QVERIFY(w.overlayBar()->button(UniverseButton)->isEnabled());
     }
 
     // The resize rule at its edges; the readouts keep their row under a tall
@@ -130,21 +150,20 @@ private slots:
     // race, year and the overlays left pressed; a map gone says so and leaves.
     void recentGames()
     {
-        std::vector<std::unique_ptr<TestGame>> games;
-        RecentGames recent;
-        for (int i = 0; i < 10; ++i) {
-            games.push_back(std::make_unique<TestGame>());
-            games[i]->writeMap({{"Home", 1100, 1100}, {"Far", 1500, 1500}});
-            games[i]->writeReport("game.P1", {homeLine()});
-            GameData d;
-            QCOMPARE(games[i]->load(d, QString::number(2400 + i)), QString());
-            recent.loaded(d);
-            if (i == 3) // loaded again: first once more, not twice
-                recent.loaded(d);
+        TestGame games;
+        const auto map = [&games](int i) { return games.path(QStringLiteral("g%1.map").arg(i)); };
+        for (int i : {0, 9}) {
+            games.writeMap({{"Home", 1100, 1100}}, QStringLiteral("g%1.map").arg(i));
+            games.writeReport(QStringLiteral("g%1.P1").arg(i), {homeLine()});
         }
-        GameData again;
-        QCOMPARE(games[6]->load(again, "2406"), QString());
-        recent.loaded(again);
+        RecentGames recent;
+        for (int i : {0, 1, 2, 3, 3, 4, 5, 6, 7, 8, 9, 6}) { // 3 twice: first once more, not twice
+            GameData d;
+            d.MapFilePath = map(i);
+            d.GameYear = 2400 + i;
+            d.OwnRace = 1;
+            recent.loaded(d);
+        }
         QStringList order;
         for (const RecentGame &g : recent.games())
             order << g.choice.gameYearText;
@@ -153,7 +172,7 @@ private slots:
         {
             MainWindow w;
             w.resize(1100, 800);
-            QVERIFY(load(w, games[0]->path("game.map"), "2400"));
+            QVERIFY(load(w, map(0), "2400"));
             QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
             w.close();
         }
@@ -161,163 +180,121 @@ private slots:
         QCOMPARE(w.size(), QSize(1100, 800));
         auto *menu = w.findChild<QMenu *>(QStringLiteral("mnuRecent"));
         QCOMPARE(menu->actions().size(), RecentGames::Kept);
-        QCOMPARE(menu->actions()[0]->text(), "&1 game.map, Humans, year 2400");
-        QVERIFY(QDir(games[6]->dir()).removeRecursively());
-        menu->actions()[1]->trigger();
-        QCOMPARE(m_sink.messages.size(), 1);
-        QVERIFY(m_sink.messages[0].contains("no longer there"));
+        QCOMPARE(menu->actions()[0]->text(), "&1 g0.map, Humans, year 2400");
+        menu->actions()[1]->trigger(); // 2406, never written
         QCOMPARE(menu->actions().size(), RecentGames::Kept - 1);
         QCOMPARE(w.gameData().PlanetCount, 0);
         menu->actions()[1]->trigger(); // 2409
         QCOMPARE(w.gameData().GameYear, 2409);
-        QCOMPARE(w.gameData().MapFilePath, QFileInfo(games[9]->path("game.map")).absoluteFilePath());
+        QCOMPARE(w.gameData().MapFilePath, QFileInfo(map(9)).absoluteFilePath());
         QVERIFY(w.overlayBar()->button(BordersButton)->isChecked());
-        QCOMPARE(menu->actions()[0]->text(), "&1 game.map, Humans, year 2409");
+        QCOMPARE(menu->actions()[0]->text(), "&1 g9.map, Humans, year 2409");
         QCOMPARE(m_sink.messages.size(), 1);
+        QVERIFY(m_sink.messages[0].contains("no longer there"));
     }
 
-    // A race's chosen colour comes back with its game, whatever column the
-    // race takes then; another game keeps the start colours.
-    void chosenColoursComeBackWithTheirGame()
+    // A new race colour shows in the legend at once, on the map once the
+    // editor closes; closed without OK, nothing is kept but the map redraws.
+    // The colour comes back with its game, whatever column the race takes
+    // then; another game keeps the start colours.
+    void chosenRaceColours()
     {
         TestGame game, other;
         for (const TestGame *g : {&game, &other}) {
             g->writeMap({{"Home", 1100, 1100}, {"Near", 1300, 1300}, {"Far", 1500, 1500}});
             g->writeReport("game.P1", {homeLine(), planetLine("Far", "Robots", "None", "0", "5000")});
         }
+        const QColor chosen(64, 200, 72);
+        const int stored = 64 + 256 * 200 + 65536 * 72;
         {
             MainWindow w;
-            w.show();
             QVERIFY(load(w, game.path("game.map")));
-            QCOMPARE(w.gameData().player(2)[RaceName].text(), QStringLiteral("Robots"));
+            QTest::mouseClick(w.overlayBar()->button(BordersButton), Qt::LeftButton);
             auto *robots = w.findChild<RaceSwatch *>(QStringLiteral("RaceC1"));
-            QVERIFY(whileModal<RaceColourWindow>([&] { robots->click(); }, [](RaceColourWindow &editor) {
-                QCOMPARE(editor.raceShown()->text(), QStringLiteral("Colour of Robots"));
+            QVERIFY(whileModal<RaceColourWindow>([&] { robots->click(); }, [&](RaceColourWindow &editor) {
                 for (int i = 0; i < 3; ++i)
                     editor.slider(i)->setValue(QList<int>{64, 200, 72}[i]);
                 editor.okButton()->click();
+                QVERIFY(countColour(robots->grab().toImage(), chosen) > 0);
+                QCOMPARE(countColour(w.raster().image(), chosen), 0);
             }));
+            QVERIFY(countColour(w.raster().image(), chosen) > 0);
             QCOMPARE(robots->accessibleDescription(), QStringLiteral("Robots in red 64, green 200, blue 72"));
+
+            QTest::mouseClick(w.overlayBar()->button(ClearMapButton), Qt::LeftButton);
+            w.findChild<QAction *>("mnuNames")->trigger();
+            QVERIFY(!pictureIsBlack(w.raster().image()));
+            QVERIFY(whileModal<RaceColourWindow>([&] { robots->click(); },
+                                                 [](RaceColourWindow &editor) { editor.slider(0)->setValue(10); }));
+            QCOMPARE(w.gameData().raceColour(2), stored);
+            QVERIFY(pictureIsBlack(w.raster().image()));
         }
         // Another race met first moves the Robots to column 3.
         game.writeReport("game.P1", {homeLine(), planetLine("Near", "Aliens", "None", "0", "5000"),
                                      planetLine("Far", "Robots", "None", "0", "5000")});
         MainWindow restarted;
-        restarted.show();
         QVERIFY(load(restarted, game.path("game.map")));
-        QCOMPARE(restarted.gameData().player(3)[RaceName].text(), QStringLiteral("Robots"));
-        QCOMPARE(restarted.gameData().raceColour(3), 64 + 256 * 200 + 65536 * 72);
+        QCOMPARE(restarted.gameData().raceColour(3), stored);
         QCOMPARE(restarted.gameData().raceColour(2), GameData().raceColour(2));
-        QVERIFY(countColour(restarted.findChild<RaceSwatch *>(QStringLiteral("RaceC2"))->grab().toImage(),
-                            QColor(64, 200, 72)) > 0);
+        QVERIFY(countColour(restarted.findChild<RaceSwatch *>(QStringLiteral("RaceC2"))->grab().toImage(), chosen) > 0);
         QVERIFY(load(restarted, other.path("game.map")));
         QCOMPARE(restarted.gameData().raceColour(2), GameData().raceColour(2));
     }
 
-    // Saved beside the game, no year in the name when none was given. A bad
-    // annotation colour ends the redraw with one message; the rest stays.
-    void savesTheMapBesideTheGame()
-    {
-        QTemporaryDir dir;
-        QVERIFY(copySample(dir));
-        MainWindow w;
-        QVERIFY(load(w, dir.filePath(QStringLiteral("MARCHES.map"))));
-        QTest::mouseClick(w.overlayBar()->button(UniverseButton), Qt::LeftButton);
-        w.findChild<QAction *>("mnuSave")->trigger();
-        const QString path = dir.filePath(QStringLiteral("Universe Map.bmp"));
-        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("Map saved to ") + QDir::toNativeSeparators(path)});
-        QCOMPARE(QImage(path, "BMP").convertToFormat(QImage::Format_RGB32), w.raster().image());
-
-        QFile annotations(dir.filePath(QStringLiteral("MARCHES.VMK")));
-        QVERIFY(annotations.open(QIODevice::WriteOnly));
-        annotations.write("L,1,1,500,500,9\r\n");
-        annotations.close();
-        m_sink.messages.clear();
-        QTest::mouseClick(w.overlayBar()->button(VmkButton), Qt::LeftButton);
-        QCOMPARE(m_sink.messages.size(), 1);
-        QVERIFY(m_sink.messages[0].startsWith(QStringLiteral("Drawing the map failed")));
-        QVERIFY(!pictureIsBlack(w.raster().image()));
-        QVERIFY(w.overlayBar()->button(UniverseButton)->isEnabled());
-    }
-
     // The shared sample window from here on. Clear Map releases every overlay;
-    // a menu overlay draws over the picture; every control has a name, and a
-    // button's accessible toggle redraws as a click does.
+    // a menu overlay draws over the picture; every control has a name.
     void overlaysAndControls()
     {
         const SampleWindow &s = *m_s;
         QVERIFY(s.w.windowTitle().endsWith(QStringLiteral("{ MARCHES.map  Year:2431 }")));
         QCOMPARE(s.w.findChild<QComboBox *>(QStringLiteral("Combo1"))->count(), s.w.gameData().PlayerCount);
-        for (int i = 0; i < OverlayButtonCount; ++i)
-            QVERIFY(s.button(i)->isEnabled());
+        QCOMPARE(overlayStates(s.w, &QToolButton::isEnabled), AllOn);
         QVERIFY(s.w.findChild<QMenu *>(QStringLiteral("mnuOver"))->isEnabled());
+        QVERIFY(s.w.findChild<QPushButton *>(QStringLiteral("EstHab"))->isEnabled());
         QVERIFY(pictureIsBlack(s.picture()));
         s.press(UniverseButton);
         s.press(BordersButton);
-        QVERIFY(s.w.overlayButtons().pressed(UniverseButton));
         QVERIFY(!pictureIsBlack(s.picture()));
         s.press(ClearMapButton);
-        for (int i = 0; i < OverlayButtonCount; ++i)
-            QVERIFY(!s.button(i)->isChecked());
+        QCOMPARE(overlayStates(s.w, &QToolButton::isChecked), AllOff);
         QVERIFY(pictureIsBlack(s.picture()));
-        QVERIFY(m_sink.messages.isEmpty());
-        QVERIFY(s.w.findChild<QPushButton *>(QStringLiteral("EstHab"))->isEnabled());
         s.action("mnuStarGate")->trigger();
-        QCOMPARE(m_sink.messages.last(), QStringLiteral("Show Safe gating distance only?"));
+        QCOMPARE(m_sink.messages, QStringList{QStringLiteral("Show Safe gating distance only?")});
         QVERIFY(!pictureIsBlack(s.picture()));
 
         QCOMPARE(unnamedControls(&s.w).join(' '), QString());
-        QCOMPARE(QAccessible::queryAccessibleInterface(s.map())->text(QAccessible::Name), "Map");
-        QCOMPARE(QAccessible::queryAccessibleInterface(s.button(UniverseButton))->text(QAccessible::Name), "Show Universe");
         s.press(ClearMapButton);
-        QAccessible::queryAccessibleInterface(s.button(BordersButton))->actionInterface()->doAction(
-            QAccessibleActionInterface::toggleAction());
-        QVERIFY(s.w.overlayButtons().pressed(BordersButton));
-        QVERIFY(!pictureIsBlack(s.picture()));
+        s.press(BordersButton);
     }
 
     // The panel and the ring for a planet clicked, each value read with its
-    // caption; an unreported planet scores 0; deep space leaves the panel.
+    // caption; deep space leaves the panel.
     void hoverAndClickAPlanet()
     {
         const SampleWindow &s = *m_s;
-        const GameData &d = s.w.gameData();
         const PlanetInfo &p = s.named("LGM 4"); // reported, no other planet within 20 light years
         const QString name = p[Name].text();
         hover(s.map(), s.at(p));
         QCOMPARE(s.label("theplanet"), " " + name);
         QCOMPARE(s.map()->toolTip(), "Click for more information on " + name);
-        QVERIFY(QRegularExpression(QStringLiteral("^ X:\\d+ Y:\\d+$")).match(s.label("XYCoord")).hasMatch());
         const QImage before = s.picture();
-        const QString annotations = d.AnnotationText;
         s.click(s.at(p));
-        QCOMPARE(s.label("PlanetName"), name);
-        QVERIFY(s.label("RHab0").endsWith('%'));
         const auto panel = [&s](const char *name) { return readOut(s.w.findChild<QLabel *>(QLatin1String(name))); };
         QCOMPARE(panel("PlanetName"), "Planet: " + name);
-        QVERIFY(!s.label("Grav2").isEmpty() && !s.label("IronMCT").isEmpty());
         QCOMPARE(panel("Grav2"), "Gravity Original: " + s.label("Grav2"));
         QCOMPARE(panel("IronMCT"), "Ironium Conc.: " + s.label("IronMCT"));
         QCOMPARE(panel("RHab0"), s.label("RName0") + ' ' + s.label("RHab0"));
-        QVERIFY(m_sink.messages.isEmpty());
         // The ring is on the screen only, and survives a redraw.
         QVERIFY(ringed(s.screen(), s.planetPixel(p)));
         QCOMPARE(s.picture(), before);
-        QCOMPARE(d.AnnotationText, annotations);
         s.press(UniverseButton);
         QVERIFY(ringed(s.screen(), s.planetPixel(p)));
         QVERIFY(!ringed(s.picture(), s.planetPixel(p)));
-
-        const PlanetInfo &unknown = s.named("Match"); // never reported, alone as well
-        s.click(s.at(unknown));
-        QCOMPARE(s.label("ReportAge"), "Unexplored");
-        for (int i = 0; i < d.PlayerCount; ++i)
-            QCOMPARE(s.w.detailPanel()->raceHab(i)->text(), "0%");
         const QPoint deepSpace(2, s.map()->height() - 2);
         hover(s.map(), deepSpace);
         s.click(deepSpace);
         QCOMPARE(s.label("theplanet"), " Deep Space");
-        QCOMPARE(s.label("PlanetName"), unknown[Name].text());
+        QCOMPARE(s.label("PlanetName"), name);
     }
 
     // The band, yellow as the file's last line, floats over the picture;
@@ -334,8 +311,7 @@ private slots:
         QVERIFY(before.pixelColor(200, 175) != QColor(255, 255, 0));
         s.click(QPoint(300, 250));
         QVERIFY(s.picture() != before);
-        QVERIFY(s.w.gameData().AnnotationText.endsWith(QStringLiteral(",5\r\n")));
-        QVERIFY(s.w.gameData().AnnotationText.contains(QStringLiteral("\r\nL,")));
+        QVERIFY(QRegularExpression(QStringLiteral("\r\nL,[^\r]*,5\r\n$")).match(s.w.gameData().AnnotationText).hasMatch());
         s.w.annotationTools()->toolButton(DrawTool::StopDrawing)->click();
     }
 
@@ -347,8 +323,7 @@ private slots:
         const QList<double> view = s.view();
         const auto allBack = [&] {
             QCOMPARE(s.view(), view);
-            for (int i = 0; i < OverlayButtonCount; ++i)
-                QVERIFY(s.button(i)->isEnabled());
+            QCOMPARE(overlayStates(s.w, &QToolButton::isEnabled), AllOn);
             QVERIFY(!s.button(ZoomInButton)->isChecked());
         };
         s.press(ZoomInButton);
@@ -365,16 +340,12 @@ private slots:
         hover(s.map(), QPoint(300, 120));
         QVERIFY(!s.button(BordersButton)->isEnabled());
         // Across the square's top edge, as the screen shows it and as the picture has it.
-        const auto column = [](const QImage &image, QPoint at) {
-            QList<QColor> colours;
-            for (int dy = -2; dy <= 2; ++dy)
-                colours << image.pixelColor(at + QPoint(0, dy));
-            return colours;
-        };
+        const QRect edge(200, 98, 1, 5);
         const auto onScreen = [&] {
-            return column(s.w.screen()->grabWindow(s.w.winId()).toImage(), s.map()->mapTo(&s.w, QPoint(200, 100)));
+            const QImage window = s.w.screen()->grabWindow(s.w.winId()).toImage();
+            return window.convertToFormat(QImage::Format_RGB32).copy(edge.translated(s.map()->mapTo(&s.w, QPoint())));
         };
-        const QList<QColor> picture = column(before, QPoint(200, 100));
+        const QImage picture = before.copy(edge);
         QTRY_VERIFY(onScreen() != picture);
         QTest::keyClick(s.map(), Qt::Key_Escape);
         QCOMPARE(s.picture(), before);
@@ -390,7 +361,6 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("found");
         QTest::addColumn<bool>("zoomed");
-        QTest::newRow("start of a name") << "Zarq" << "Zarquon" << false;
         QTest::newRow("middle of a name") << "farqua" << "McFarquardt" << false;
         QTest::newRow("any case") << "gRIM reaPER" << "Grim Reaper" << false;
         QTest::newRow("outside the zoomed view") << "Glenn" << "Glenn" << true;
@@ -422,48 +392,33 @@ private slots:
         QCOMPARE(offered.contains(found), !found.isEmpty());
         QTest::keyClick(field, Qt::Key_Return);
 
+        // Only a planet outside the view moves it, at the same scale, and redraws.
+        const bool moves = found == "Glenn";
+        QCOMPARE(s.view() != view, moves);
+        QCOMPARE(s.picture() != before, moves);
+        QCOMPARE(d.Scale, view[0]);
         if (found.isEmpty()) {
             QCOMPARE(s.status(), "No planet is named \"" + typed + '"');
             QCOMPARE(s.label("PlanetName"), shown);
             QCOMPARE(s.w.markedPlanet(), marked);
-            QCOMPARE(s.view(), view);
-            QCOMPARE(s.picture(), before);
             return;
         }
         QCOMPARE(s.label("PlanetName"), found);
         const PlanetInfo &p = s.named(found);
         QCOMPARE(&d.planet(s.w.markedPlanet()), &p);
         QVERIFY(ringed(s.screen(), s.planetPixel(p)));
-        QCOMPARE(d.Scale, view[0]);
-        const bool moved = view != s.view();
-        QCOMPARE(moved, found == "Glenn");
-        if (moved) {
+        if (moves) {
             QVERIFY(qAbs((d.OriginX + d.FarX) / 2.0 - p[X].val()) <= 1);
             QVERIFY(qAbs((d.OriginY + d.FarY) / 2.0 - p[Y].val()) <= 1);
-            QVERIFY(s.picture() != before);
-        } else {
-            QCOMPARE(s.picture(), before);
         }
-        QVERIFY(!ringed(s.picture(), s.planetPixel(p)));
     }
 
     // Measure from beside one planet to another: both ends snap, the line
     // floats, a second click keeps the figures until the next move.
-    void measure_data()
-    {
-        QTest::addColumn<bool>("zoomed");
-        QTest::newRow("full view") << false;
-        QTest::newRow("zoomed") << true;
-    }
     void measure()
     {
-        QFETCH(bool, zoomed);
         const SampleWindow &s = *m_s;
-        if (zoomed)
-            s.zoomTo(40, 150, 250);
         const PlanetInfo &from = s.named("All Work"), &to = s.named("H2O");
-        QVERIFY(inView(s.w.gameData(), from) && inView(s.w.gameData(), to));
-        QCOMPARE(s.w.gameData().Scale > 12.5, zoomed);
         const QImage before = s.picture();
         const QString shown = s.label("PlanetName");
         s.w.annotationTools()->toolButton(DrawTool::Measure)->click();
@@ -487,20 +442,13 @@ private slots:
     void dataMenuOpensTheGridAndTheStatistics()
     {
         const SampleWindow &s = *m_s;
-        int rows = -1;
-        QVERIFY(whileModal<PlanetGridWindow>([&] { s.action("mnuGrid")->trigger(); },
-                                             [&](PlanetGridWindow &grid) { rows = grid.model().rowCount(); }));
-        QCOMPARE(rows, s.w.gameData().PlanetCount);
+        QVERIFY(opensModal<PlanetGridWindow>([&] { s.action("mnuGrid")->trigger(); }));
         QTest::mouseClick(s.w.findChild<QPushButton *>(QStringLiteral("EstHab")), Qt::LeftButton);
         const QImage estimated = s.picture();
         m_sink.inputs = QStringList{"0.2"};
-        QString shown;
-        QVERIFY(whileModal<EmpireStatWindow>([&] { s.action("mnuGrid2")->trigger(); }, [&](EmpireStatWindow &stats) {
-            shown = stats.raceList()->currentText();
-            stats.rangeValue(MinGrav)->click();
-        }));
-        QCOMPARE(shown, s.w.gameData().OwnRaceName);
-        QCOMPARE(habBoundsOf(s.w.gameData(), shown).minGrav, 0.2);
+        QVERIFY(whileModal<EmpireStatWindow>([&] { s.action("mnuGrid2")->trigger(); },
+                                             [&](EmpireStatWindow &stats) { stats.rangeValue(MinGrav)->click(); }));
+        QCOMPARE(habBoundsOf(s.w.gameData(), s.w.gameData().OwnRaceName).minGrav, 0.2);
         QCOMPARE(m_sink.messages.size(), 1); // the prompt, no refusal
         QCOMPARE(s.picture(), estimated);
     }
@@ -518,7 +466,6 @@ private slots:
         s.activate();
         QVERIFY(opensModal<OpenFileDialog>([&] { QTest::keyClick(&s.w, Qt::Key_O, Qt::ControlModifier); }));
         s.activate();
-        m_sink.messages.clear();
         QTest::keyClick(&s.w, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(m_sink.messages.value(0).left(13), QStringLiteral("Map saved to "));
 
@@ -540,34 +487,26 @@ private slots:
         QVERIFY(marksFocus(s.map()));
     }
 
-    // After a resize the picture, and Save Map at once, are what the
-    // command line draws at the new size.
+    // Save Map at once after a resize, before the redraw the resize waits
+    // for, saves and shows what the command line draws at the new size.
     void aResizedMapIsDrawnAtItsNewSize()
     {
         const SampleWindow &s = *m_s;
         s.press(ClearMapButton);
         s.press(BordersButton);
-        QTemporaryDir dir;
-        const auto rendered = [&dir](int side) {
-            const QString png = dir.filePath(QStringLiteral("%1.png").arg(side));
-            const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "borders",
-                                       "--size", QString::number(side), "-o", png});
-            return run.status == 0 ? QImage(png).convertToFormat(QImage::Format_RGB32) : QImage();
-        };
-        const QSize size = s.w.size();
-        s.w.resize(size + QSize(90, 90));
-        QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
-        const QImage bigger = rendered(s.map()->width());
-        QVERIFY(!bigger.isNull());
-        QTRY_COMPARE(s.picture(), bigger);
-
+        TestGame dir;
         const QString gameDir = s.w.gameData().GameDir;
-        s.w.gameData().GameDir = dir.path();
+        s.w.gameData().GameDir = dir.dir();
+        const QSize size = s.w.size();
         s.w.resize(size - QSize(60, 60));
         QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
         s.action("mnuSave")->trigger();
-        QCOMPARE(QImage(dir.filePath(QStringLiteral("Universe Map2431.bmp"))).convertToFormat(QImage::Format_RGB32),
-                 rendered(s.map()->width()));
+        const QString png = dir.path(QStringLiteral("cli.png"));
+        QCOMPARE(runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "borders", "--size",
+                         QString::number(s.map()->width()), "-o", png}).status, 0);
+        const QImage rendered = QImage(png).convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(QImage(dir.path(QStringLiteral("Universe Map2431.bmp"))).convertToFormat(QImage::Format_RGB32), rendered);
+        QCOMPARE(s.picture(), rendered);
         s.w.gameData().GameDir = gameDir;
         s.w.resize(size);
         QTRY_COMPARE(s.w.raster().pixels(), s.map()->width());
@@ -580,29 +519,17 @@ private slots:
         const SampleWindow &s = *m_s;
         s.zoomTo(60, 150, 200);
         s.click(s.at(s.named("All Work")));
-        s.w.annotationTools()->toolButton(DrawTool::Line)->click();
-        s.click(QPoint(50, 50));
-        s.click(QPoint(90, 70));
-        s.w.annotationTools()->toolButton(DrawTool::StopDrawing)->click();
         GameData &d = s.w.gameData();
-        const QString annotations = d.AnnotationText;
+        const QString annotations = d.AnnotationText; // the sample's and the band drawn above
+        QVERIFY(!annotations.isEmpty());
         const QList<double> view = s.view();
-        const auto pressed = [&s] {
-            QList<bool> p;
-            for (int i = 0; i < OverlayButtonCount; ++i)
-                p << s.button(i)->isChecked();
-            return p;
-        };
-        const QList<bool> overlays = pressed();
-        QVERIFY(overlays[ZoomInButton]);
+        const QList<bool> overlays = overlayStates(s.w, &QToolButton::isChecked);
 
         QSignalSpy offers(&s.w.reportWatch(), &ReportWatch::newReports);
         for (const char *name : {"MARCHES.P1", "MARCHES.P2", "MARCHES.P3", "MARCHES.P4", "MARCHES.P5"}) {
-            QFile f(m_folder.filePath(QLatin1String(name)));
-            QVERIFY(f.open(QIODevice::ReadWrite));
-            const QByteArray bytes = f.readAll();
-            f.resize(0);
-            f.write(bytes);
+            QFile f(m_folder.path(QLatin1String(name)));
+            QVERIFY(f.open(QIODevice::ReadOnly));
+            m_folder.write(QLatin1String(name), f.readAll());
         }
         QTRY_COMPARE(offers.count(), 1);
         QTest::qWait(2 * ReportWatch::QuietMs);
@@ -615,7 +542,7 @@ private slots:
         QCOMPARE(d.GameYear, 2432);
         QVERIFY(s.w.windowTitle().endsWith("Year:2432 }"));
         QCOMPARE(s.view(), view);
-        QCOMPARE(pressed(), overlays);
+        QCOMPARE(overlayStates(s.w, &QToolButton::isChecked), overlays);
         QCOMPARE(s.label("PlanetName"), "All Work");
         QVERIFY(ringed(s.screen(), s.planetPixel(s.named("All Work"))));
         QCOMPARE(d.AnnotationText, annotations);
@@ -623,7 +550,7 @@ private slots:
         const QImage reloaded = s.picture();
 
         // Renamed over the old one, with a line of too many fields.
-        QSaveFile report(m_folder.filePath("MARCHES.P2"));
+        QSaveFile report(m_folder.path("MARCHES.P2"));
         QVERIFY(report.open(QIODevice::WriteOnly));
         report.write("Planet Name\tOwner\r\nAll Work" + QByteArray("\tx").repeated(60) + "\r\n");
         QVERIFY(report.commit());
@@ -636,44 +563,12 @@ private slots:
         QCOMPARE(d.GameYear, 2432);
         QCOMPARE(s.picture(), reloaded);
         QCOMPARE(s.label("PlanetName"), "All Work");
-        QCOMPARE(pressed(), overlays);
-    }
-
-    // A new race colour shows in the legend at once, on the map once the
-    // editor closes; closed without OK, nothing is kept but the map redraws.
-    void recolouredRaceShowsInTheLegendAndOnTheMap()
-    {
-        const SampleWindow &s = *m_s;
-        s.press(ClearMapButton);
-        s.press(BordersButton);
-        const QColor chosen(64, 200, 72);
-        QCOMPARE(countColour(s.picture(), chosen), 0);
-        RaceSwatch *swatch = s.w.findChild<RaceSwatch *>(QStringLiteral("RaceC0"));
-        QVERIFY(whileModal<RaceColourWindow>([&] { swatch->click(); }, [&](RaceColourWindow &editor) {
-            QCOMPARE(editor.slider(0)->value(), 255); // the race's colour so far
-            for (int i = 0; i < 3; ++i)
-                editor.slider(i)->setValue(QList<int>{64, 200, 72}[i]);
-            editor.okButton()->click();
-            QVERIFY(countColour(swatch->grab().toImage(), chosen) > 0);
-            QCOMPARE(countColour(s.picture(), chosen), 0);
-        }));
-        QVERIFY(countColour(s.picture(), chosen) > 0);
-        QCOMPARE(s.w.gameData().raceColour(1), 64 + 256 * 200 + 65536 * 72);
-
-        s.press(ClearMapButton);
-        s.action("mnuNames")->trigger();
-        QVERIFY(!pictureIsBlack(s.picture()));
-        QVERIFY(whileModal<RaceColourWindow>([&] { swatch->click(); }, [](RaceColourWindow &editor) {
-            editor.slider(0)->setValue(10);
-        }));
-        QCOMPARE(s.w.gameData().raceColour(1), 64 + 256 * 200 + 65536 * 72);
-        QVERIFY(pictureIsBlack(s.picture()));
     }
 
 private:
     IsolatedSettings m_settings;
     RecordingSink m_sink;
-    QTemporaryDir m_folder;
+    TestGame m_folder;
     std::unique_ptr<SampleWindow> m_s;
 };
 

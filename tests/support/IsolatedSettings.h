@@ -5,16 +5,13 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-class IsolatedSettings {
-public:
+struct IsolatedSettings {
+    QTemporaryDir dir;
     IsolatedSettings()
     {
-        if (!m_dir.isValid())
+        if (!dir.isValid())
             qFatal("no folder for the test's settings");
         for (QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
-            QSettings::setPath(QSettings::NativeFormat, scope, m_dir.path());
+            QSettings::setPath(QSettings::NativeFormat, scope, dir.path());
     }
-
-private:
-    QTemporaryDir m_dir;
 };

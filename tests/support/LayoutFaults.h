@@ -61,8 +61,13 @@ inline QSize needs(const QWidget *w)
     return least.isValid() ? least : w->sizeHint();
 }
 
-inline void visit(const QWidget *holder, QStringList &faults)
+} // namespace layoutfaults
+
+// Every fault of the layout of `holder` as it is shown now, empty when none.
+inline QStringList layoutFaults(const QWidget *holder)
 {
+    using namespace layoutfaults;
+    QStringList faults;
     QList<const QWidget *> shown;
     for (const QObject *child : holder->children())
         if (const auto *w = qobject_cast<const QWidget *>(child); w && !w->isWindow() && w->isVisible())
@@ -85,7 +90,7 @@ inline void visit(const QWidget *holder, QStringList &faults)
                               .arg(nameOf(w)).arg(content.width()).arg(content.height()).arg(view.width()).arg(view.height());
         }
         if (!isControl(w)) {
-            visit(w, faults);
+            faults << layoutFaults(w);
             continue;
         }
         const QSize need = needs(w);
@@ -93,28 +98,5 @@ inline void visit(const QWidget *holder, QStringList &faults)
             faults << QStringLiteral("%1 is %2x%3 and needs %4x%5")
                           .arg(nameOf(w)).arg(w->width()).arg(w->height()).arg(need.width()).arg(need.height());
     }
-}
-
-} // namespace layoutfaults
-
-// Every fault of the window's layout as it is shown now, empty when none.
-inline QStringList layoutFaults(const QWidget *window)
-{
-    QStringList faults;
-    layoutfaults::visit(window, faults);
     return faults;
-}
-
-// The widgets of `target`'s window that cover any part of it.
-inline QStringList widgetsOver(const QWidget *target)
-{
-    const QRect area(target->mapToGlobal(QPoint(0, 0)), target->size());
-    QStringList over;
-    for (const QWidget *w : target->window()->findChildren<QWidget *>()) {
-        if (!w->isVisible() || w->isWindow() || w == target || w->isAncestorOf(target) || target->isAncestorOf(w))
-            continue;
-        if (QRect(w->mapToGlobal(QPoint(0, 0)), w->size()).intersects(area))
-            over << layoutfaults::nameOf(w);
-    }
-    return over;
 }

@@ -28,7 +28,4 @@ bool whileModal(Open open, Inside inside)
 }
 
 template <typename T, typename Open>
-bool opensModal(Open open)
-{
-    return whileModal<T>(open, [](T &) {});
-}
+bool opensModal(Open open) { return whileModal<T>(open, [](T &) {}); }

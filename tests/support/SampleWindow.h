@@ -71,34 +71,29 @@ struct SampleWindow {
     QString status() const { return w.statusBar()->currentMessage(); }
     QImage picture() const { return w.raster().image(); }
     QImage screen() const { return map()->grab().toImage(); }
-    QList<double> view() const
-    {
-        const GameData &d = w.gameData();
-        return {d.Scale, double(d.OriginX), double(d.OriginY)};
-    }
+    QList<double> view() const { return {w.gameData().Scale, double(w.gameData().OriginX), double(w.gameData().OriginY)}; }
 
-    // The widget pixel of a universe position, and the one just right of and
-    // below a planet, within its pick box.
-    QPoint planetPixel(double x, double y) const
+    // The widget pixel of a universe position, rounded, and the one just
+    // right of and below a planet, within its pick box.
+    QPointF pixelOf(double x, double y) const
     {
         const GameData &d = w.gameData();
         const double k = map()->width() / double(Canvas::ScaleWidth);
-        return QPoint(qRound((x - d.OriginX) * d.Scale * k), qRound((y - d.OriginY) * d.Scale * k));
+        return QPointF((x - d.OriginX) * d.Scale * k, (y - d.OriginY) * d.Scale * k);
     }
+    QPoint planetPixel(double x, double y) const { return pixelOf(x, y).toPoint(); }
     QPoint planetPixel(const PlanetInfo &p) const { return planetPixel(p[X].val(), p[Y].val()); }
     QPoint at(const PlanetInfo &p) const
     {
-        const GameData &d = w.gameData();
-        const double k = map()->width() / double(Canvas::ScaleWidth);
-        return QPoint(int((p[X].val() - d.OriginX) * d.Scale * k) + 1, int((p[Y].val() - d.OriginY) * d.Scale * k) + 1);
+        const QPointF f = pixelOf(p[X].val(), p[Y].val());
+        return QPoint(int(f.x()) + 1, int(f.y()) + 1);
     }
     void click(QPoint p) const { QTest::mouseClick(map(), Qt::LeftButton, {}, p); }
     const PlanetInfo &named(const QString &name) const
     {
-        const GameData &d = w.gameData();
-        for (int i = 1; i <= d.PlanetCount; ++i)
-            if (d.planet(i)[Name].text() == name)
-                return d.planet(i);
+        for (const PlanetInfo &p : w.gameData().Planets)
+            if (p[Name].text() == name)
+                return p;
         qFatal("no planet %s", qPrintable(name));
     }
     // Zoomed by two clicks: the first at (x, y), the second `side` light

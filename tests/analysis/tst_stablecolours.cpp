@@ -1,5 +1,4 @@
-// Race colours across a history's turns: kept when the order changes, a free
-// one for a race met late, and the user's choices kept and reserved.
+// Race colours across a history's turns, and the user's choices kept and reserved.
 
 #include "StableRaceColours.h"
 
@@ -29,9 +28,8 @@ QString racesNamed(int from, int to)
 class StableColoursTest : public QObject {
     Q_OBJECT
 private slots:
-    // Turns of races by column; for each, its first columns' colours (0 red,
-    // 1 green, 2 blue, 3 yellow: the start colours); colours chosen first;
-    // and every race met, in order.
+    // Turns of races by column; each turn's first colours (start colours by number:
+    // 0 red, 1 green, 2 blue, 3 yellow); colours chosen first; every race met, in order.
     void turns_data()
     {
         QTest::addColumn<QStringList>("turns");
@@ -48,8 +46,7 @@ private slots:
             << QStringList{"0 1", "1 0", "2 0 1", "1 2", "1 2 0 3"} << QStringList() << "Humans Vorn Krell Ashari";
         QTest::newRow("gone races keep their colours") << QStringList{"Humans Vorn", "Krell Vorn", "Humans"}
                                                        << QStringList{"0 1", "2 1", "0"} << QStringList() << "Humans Vorn Krell";
-        // Red is reserved for the Vorn, so the Humans take the first free one:
-        // green, since the Vorn do not use it.
+        // Red is reserved for the Vorn, so the Humans take the first free one, green.
         QTest::newRow("chosen colours kept and reserved") << QStringList{"Humans Vorn", "Krell"}
                                                           << QStringList{"1 0", "#c86432"}
                                                           << QStringList{"Vorn #ff0000", "Krell #c86432"} << "Humans Vorn Krell";
@@ -73,8 +70,8 @@ private slots:
         for (int t = 0; t < turns.size(); ++t) {
             const RaceColours table = stable.nextTurn(turns[t].split(u' '));
             QStringList seen;
-            for (qsizetype k = 0; k < colours[t].split(u' ').size(); ++k)
-                seen << colourName(table[size_t(k)]);
+            while (seen.size() < colours[t].count(u' ') + 1)
+                seen << colourName(table[size_t(seen.size())]);
             QCOMPARE(seen.join(u' '), colours[t]);
         }
         QStringList met;

@@ -1,5 +1,4 @@
-// Influence and attack formulas in rows worked out by hand, generation on small
-// hand-made games, and the territory grid against the plain every-cell loop.
+// Formulas worked out by hand, loads of small games, and the territory grid against the plain loop.
 
 #include "Influence.h"
 #include "MapFile.h"
@@ -24,11 +23,7 @@ void compareWithReference(const TerritoryGrid &grid, const Won *won, const Sourc
     TerritoryGrid expected;
     Won expectedWon{};
     referenceTerritoryGrid(sources, size, step, MaxPlayers, expected, expectedWon);
-    for (int gx = 0; gx <= size; ++gx)
-        for (int gy = 0; gy <= size; ++gy)
-            if (grid.owner(gx, gy) != expected.owner(gx, gy) || grid.strength(gx, gy) != expected.strength(gx, gy))
-                QFAIL(qPrintable(QString("cell (%1, %2): %3/%4, expected %5/%6").arg(gx).arg(gy).arg(grid.owner(gx, gy))
-                                     .arg(grid.strength(gx, gy)).arg(expected.owner(gx, gy)).arg(expected.strength(gx, gy))));
+    QVERIFY(grid == expected);
     QVERIFY(!won || *won == expectedWon);
 }
 
@@ -121,16 +116,14 @@ private slots:
     {
         QFETCH(MergeRow, row);
         const auto &[ownAge, age2, owner2, year2, age3, owner, reportAge] = row;
-        Lines own{homeLine()}, two, three;
-        if (!ownAge.isEmpty())
-            own << planetLine("Target", "Own", "None", ownAge, "1000");
-        if (!age2.isEmpty())
-            two << planetLine("Target", owner2, "None", age2, "2000");
-        if (!age3.isEmpty())
-            three << planetLine("Target", "Three", "None", age3, "3000");
+        const auto target = [](const QString &age, const QString &owner, const QString &population) {
+            return age.isEmpty() ? Lines() : Lines{planetLine("Target", owner, "None", age, population)};
+        };
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Target", 1200, 1200}},
-                          {{"game.P1", own}, {"game.P2", two}, {"game.P3", three}}, "2400", {{2, year2}}),
+                          {{"game.P1", Lines{homeLine()} + target(ownAge, "Own", "1000")},
+                           {"game.P2", target(age2, owner2, "2000")}, {"game.P3", target(age3, "Three", "3000")}},
+                          "2400", {{2, year2}}),
                  QString());
         const PlanetInfo &p = d.planet(2);
         QCOMPARE(QStringList({p[Owner].text(), p[ReportAge].text(), p[AgeText].text()}),
@@ -208,14 +201,17 @@ private slots:
         GameData d;
         QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Twin", 1200, 1200}, {"  Twin ", 1300, 1300}, {"twin", 1350, 1350},
                               {"Alpha", 1360, 1200}, {"Beta", 1370, 1300}, {"Gamma", 1400, 1400}},
-                          {{"game.P1", {homeLine(), planetLine(" Twin", "Humans", "None", "0", "1000"),
+                          {{"game.P1", {homeLine(), planetLine(" Twin", "Humans", "Space Dock", "0", "750000", {{20, "45"}}),
                                         planetLine("  ", "Humans", "None", "0", "1000")}}, // no planet's name
                            {"game.P2", {planetLine("Alpha", "Two", "None", "0", "1") + ",Beta\tTwo\tNone\t0\t1\t",
                                         planetLine("Gamma", "Two", "None", "0", "1")}}},
                           "2400", {{1, "2399"}}),
                  QString());
         QCOMPARE(d.planet(2)[AgeText].text() + d.planet(3)[AgeText].text(), QString("1 years old2 years old"));
-        QVERIFY(d.planet(4)[Owner].isEmpty()); // names match with case
+        for (int f = Owner; f < AttackScore; ++f) // names match with case
+            QVERIFY2(d.planet(4)[f].isEmpty(), planetFieldName(f));
+        // An empty starbase is not "None"; 7.5 capped at 6, 45 / 30 = 1.5 gives 2.
+        QCOMPARE(QList<double>({d.planet(4)[AttackScore].val(), d.planet(3)[AttackScore].val()}), QList<double>({3, 6 + 3 + 2}));
         QCOMPARE(d.planet(5)[Owner].text() + d.planet(6)[Owner].text() + d.planet(7)[Owner].text(), QString("TwoTwo"));
         QCOMPARE(QList<double>({double(d.UniverseExtent), double(d.GridSize), d.planet(7)[X].val(), d.planet(7)[Y].val()}),
                  QList<double>({1500, 650, 400, 100})); // a full hundred rounds the extent up
@@ -225,10 +221,8 @@ private slots:
         QVERIFY(windowCaption(d).endsWith("  { game.map }"));
     }
 
-    // What the window hears of a load: the format's menus only for reports
-    // of the new style, and a progress bar over every grid column. At an
-    // extent of 6700 the grid's quotient falls just below 650 in binary and
-    // is floored to 649.
+    // The format's menus only for reports of the new style, a progress bar over every grid column;
+    // at an extent of 6700 the grid's quotient falls just below 650 in binary, floored to 649.
     void observerAndGridSize()
     {
         struct Recorder : GenerationObserver {
@@ -250,8 +244,7 @@ private slots:
         QCOMPARE(oldStyle.formatMenus, 0);
     }
 
-    // Races are numbered by the first planet row they own, not by report
-    // order; their statistics, and tolerance ranges from their planets.
+    // Races are numbered by the first planet row they own, not by report order.
     void races()
     {
         GameData d;
@@ -285,9 +278,8 @@ private slots:
         QCOMPARE(birds[Territory].val(), std::floor(cells / (g * g) * (extent * extent)));
     }
 
-    // The game's limits that bound a load: planets in the map and of one name, lines
-    // of a report, races, and the size of a file. At the limit the game loads; one
-    // beyond it, the load stops at that line. The first report lines name the races.
+    // The game's limits: at the limit the game loads; one beyond, the load stops at that
+    // line. The first report lines name the races.
     void limits_data()
     {
         QTest::addColumn<LimitRow>("row");
@@ -328,18 +320,6 @@ private slots:
         GameData d;
         const QString got = game.load(d);
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
-    }
-
-    void unreportedPlanetsAndAttackScores()
-    {
-        GameData d;
-        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Quiet", 1150, 1150}, {"Fort", 1250, 1250}},
-                          {{"game.P1", {homeLine(), planetLine("Fort", "Humans", "Space Dock", "0", "750000", {{20, "45"}})}}}),
-                 QString());
-        for (int f = Owner; f < AttackScore; ++f)
-            QVERIFY2(d.planet(2)[f].isEmpty(), planetFieldName(f));
-        // An empty starbase is not "None"; 7.5 capped at 6, 45 / 30 = 1.5 gives 2.
-        QCOMPARE(QList<double>({d.planet(2)[AttackScore].val(), d.planet(3)[AttackScore].val()}), QList<double>({3, 6 + 3 + 2}));
     }
 
     // The annotation text rebuilt from the file ("!": the load fails), and
@@ -408,8 +388,8 @@ private slots:
                                 "tiny-sparse-00001.map"})
             QTest::newRow(map) << QString::fromLatin1(map);
     }
-    // A game on the real map with every planet owned by one of 16 races;
-    // then many random sources, some stacked, some without an owner.
+    // A game on a real map, every planet owned by one of 16 races; then random
+    // sources, some stacked, some without an owner.
     void realMaps()
     {
         QFETCH(QString, map);

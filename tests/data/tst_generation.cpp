@@ -293,7 +293,8 @@ private slots:
         QTest::newRow("one report line too many") << LimitRow{20, 1, MaxPlanets + 1, 0, 0,
                           "game.P1, line 2002: the report lists more than 2000 planets"};
         QTest::newRow("most races") << LimitRow{20, 1, MaxPlayers, MaxPlayers, 0, ""};
-        QTest::newRow("a seventeenth race, on the last planet") << LimitRow{MaxPlayers + 1, 1, MaxPlayers + 1, MaxPlayers + 1, 0, "/game.P1, line 18: "};
+        QTest::newRow("a seventeenth race, on the last planet")
+            << LimitRow{MaxPlayers + 1, 1, MaxPlayers + 1, MaxPlayers + 1, 0, "/game.P1, line 18: "};
         QTest::newRow("file too large") << LimitRow{20, 1, 1, 0, MaxGameFileSize + 1,
                           "game.P1: the file is too large for a game file"};
         QTest::newRow("a device without end") << LimitRow{20, 1, 1, 0, -1, "game.P1: a device, not a game file"};

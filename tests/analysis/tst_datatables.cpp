@@ -1,5 +1,4 @@
-// What the data windows work out without a display: the planet grid's cells,
-// tints and sorts, the empire averages, and the checks on a new habitability bound.
+// What the data windows work out without a display: grid cells, tints and sorts, averages, bounds.
 
 #include "EmpireStatistics.h"
 #include "PlanetGridModel.h"
@@ -51,26 +50,20 @@ private slots:
         d.planet(2)[OwnerIndex] = Value(u""); // a report without an owner
         PlanetGridModel m;
         m.fill(d);
+        const auto colour = [&m](int row, int column, int role) { return m.data(m.index(row, column), role).value<QColor>(); };
         QCOMPARE(m.columnCount(), 23);
-        QCOMPARE(m.headerData(8, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("SOI "));
-        QCOMPARE(m.headerData(PlanetGridColumns, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("24"));
-
-        QCOMPARE(m.text(0, 7), QStringLiteral("0"));            // exactly "Unknown"
-        QCOMPARE(m.text(1, 7), QStringLiteral("Uninhabited")); // other texts as they are
-        QCOMPARE(m.text(0, 5), QStringLiteral("None"));
-        QCOMPARE(m.data(m.index(0, 22), Qt::BackgroundRole).value<QColor>(), QColor(85, 43, 0));
-        QCOMPARE(m.data(m.index(1, 3), Qt::BackgroundRole).value<QColor>(), QColor(Qt::black));
-        QCOMPARE(m.data(m.index(1, 3), Qt::ForegroundRole).value<QColor>(), QColor(Qt::white));
+        QCOMPARE(m.headerData(8, Qt::Horizontal, Qt::DisplayRole).toString() + m.headerData(PlanetGridColumns, Qt::Horizontal,
+                 Qt::DisplayRole).toString(), QStringLiteral("SOI 24"));
+        // Exactly "Unknown" shows 0, other texts as they are.
+        QCOMPARE(QStringList({m.text(0, 7), m.text(1, 7), m.text(0, 5)}), QStringList({"0", "Uninhabited", "None"}));
+        QCOMPARE(QList<QColor>({colour(0, 22, Qt::BackgroundRole), colour(1, 3, Qt::BackgroundRole), colour(1, 3, Qt::ForegroundRole)}),
+                 QList<QColor>({QColor(85, 43, 0), Qt::black, Qt::white}));
         // The sixteenth race is tinted like the first, with its own colour.
         d.planet(2)[OwnerIndex] = Value(16);
         m.fill(d);
-        QCOMPARE(m.data(m.index(1, 3), Qt::BackgroundRole).value<QColor>(), QColor(21, 0, 85));
-
-        QList<int> textColumns;
-        for (int c = 0; c < PlanetGridColumns; ++c)
-            if (!sortsAsNumber(c))
-                textColumns << c;
-        QCOMPARE(textColumns, (QList<int>{3, 4, 5, 6}));
+        QCOMPARE(colour(1, 3, Qt::BackgroundRole), QColor(21, 0, 85));
+        QCOMPARE(QList<bool>({sortsAsNumber(2), sortsAsNumber(3), sortsAsNumber(6), sortsAsNumber(7), sortsAsNumber(22)}),
+                 QList<bool>({true, false, false, true, true}));
     }
 
     void gridSorts_data()
@@ -78,13 +71,11 @@ private slots:
         QTest::addColumn<int>("column");
         QTest::addColumn<int>("order");
         QTest::addColumn<QList<int>>("expected");
-        // Texts without a number and "Unknown" count as 0; equal keys keep
-        // their order whichever the direction.
+        // Texts without a number and "Unknown" count as 0; equal keys keep their order either way.
         QTest::newRow("population ascending") << 7 << int(Qt::AscendingOrder) << QList<int>{2, 3, 5, 4, 1};
         QTest::newRow("population descending") << 7 << int(Qt::DescendingOrder) << QList<int>{1, 4, 5, 2, 3};
         // Case ignored: a case-sensitive sort would put "Delta" before "beta".
         QTest::newRow("name ascending") << 3 << int(Qt::AscendingOrder) << QList<int>{2, 1, 4, 5, 3};
-        QTest::newRow("name descending") << 3 << int(Qt::DescendingOrder) << QList<int>{3, 5, 4, 1, 2};
     }
 
     void gridSorts()
@@ -107,10 +98,8 @@ private slots:
     void empireAveragesFloorAndRound()
     {
         auto averages = empireAverages(race(3, 2000, 20));
-        QCOMPARE(averages[0], QStringLiteral("666"));   // 666.67 floored
-        QCOMPARE(averages[4], QStringLiteral("6.667")); // 6.66667 to 3 decimals
-        // No planets: zeros rather than a division by zero.
-        averages = empireAverages(race(0, 0, 0));
+        QCOMPARE(averages[0] + ' ' + averages[4], QStringLiteral("666 6.667")); // floored; to 3 decimals
+        averages = empireAverages(race(0, 0, 0)); // zeros rather than a division by zero
         QCOMPARE(QStringList(averages.begin(), averages.end()), QStringList(7, QStringLiteral("0")));
     }
 
@@ -118,20 +107,13 @@ private slots:
     {
         QTest::addColumn<RangeRow>("row");
         const int stored = int(RangeAnswer::Stored), refused = int(RangeAnswer::Refused);
-        QTest::newRow("0.125 rounds to the lowest gravity") << RangeRow{int(MinGrav), "0.125", stored, 0.12};
         QTest::newRow("below the lowest gravity") << RangeRow{int(MinGrav), "0.11", refused, 0.5};
         QTest::newRow("minimum up to the maximum") << RangeRow{int(MinGrav), "2 g", stored, 2.0};
         QTest::newRow("minimum above the maximum") << RangeRow{int(MinGrav), "2.01", refused, 0.5};
-        QTest::newRow("highest gravity") << RangeRow{int(MaxGrav), "8", stored, 8.0};
-        QTest::newRow("beyond the highest gravity") << RangeRow{int(MaxGrav), "8.01", refused, 2.0};
-        // The other axes' fixed ends; this race's own temperature and radiation bounds are 0.
+        // Fixed ends of the other axes; this race's own temperature and radiation bounds are 0.
         QTest::newRow("lowest temperature") << RangeRow{int(MinTemp), "-200", stored, -200.0};
-        QTest::newRow("below the lowest temperature") << RangeRow{int(MinTemp), "-200.01", refused, 0.0};
-        QTest::newRow("highest temperature") << RangeRow{int(MaxTemp), "200", stored, 200.0};
-        QTest::newRow("beyond the highest temperature") << RangeRow{int(MaxTemp), "200.01", refused, 0.0};
         QTest::newRow("highest radiation") << RangeRow{int(MaxRad), "100", stored, 100.0};
         QTest::newRow("beyond the highest radiation") << RangeRow{int(MaxRad), "100.01", refused, 0.0};
-        QTest::newRow("below the lowest radiation") << RangeRow{int(MinRad), "-0.01", refused, 0.0};
         QTest::newRow("no number is 0") << RangeRow{int(MinRad), "none", stored, 0.0};
         QTest::newRow("empty answer") << RangeRow{int(MaxGrav), "", int(RangeAnswer::Unchanged), 2.0};
     }

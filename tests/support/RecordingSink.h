@@ -1,8 +1,6 @@
 #pragma once
-// A message seam for window tests: records every message box and question
-// instead of showing it, answers questions with `answer` and input boxes
-// with the next of `inputs` ("" when none is left, as a cancelled box).
-// It stands in for the message boxes for as long as it lives.
+// Stands in for the message boxes while it lives: records each text, answers questions with
+// `answer` and input boxes with the next of `inputs` ("" when none is left, as a cancelled box).
 
 #include "MessageSink.h"
 
@@ -26,9 +24,8 @@ public:
         messages << title + u'|' + prompt + u'|' + defaultAnswer;
         return inputs.isEmpty() ? QString() : inputs.takeFirst();
     }
-    QStringList messages;
+    QStringList messages, inputs;
     bool answer = true;
-    QStringList inputs;
 
 private:
     MessageSink *m_previous;

@@ -1,7 +1,6 @@
 #pragma once
-// The territory grid computed the plain way: every cell looks at every
-// source. Slow, obviously right; the fast builder must agree with it on
-// every cell.
+// The territory grid the plain way, every cell looking at every source: slow,
+// obviously right; the fast builder must agree with it on every cell.
 
 #include "Conversions.h"
 #include "GameData.h"

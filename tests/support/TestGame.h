@@ -1,6 +1,5 @@
 #pragma once
-// Small games written into a temporary folder and loaded the way the
-// selection window and the generation load them.
+// Small games written into a temporary folder and loaded as the selection window loads them.
 
 #include "FileSelection.h"
 #include "LoadError.h"
@@ -10,14 +9,9 @@
 #include <QMap>
 #include <QTemporaryDir>
 
-struct MapPlanet {
-    QString name;
-    int x;
-    int y;
-};
+struct MapPlanet { QString name; int x, y; };
 
-// A report line: fields 1..5, further fields by number, a tab after the
-// last field so that it is read too.
+// A report line: fields 1..5, further fields by number, a tab after the last so that it is read too.
 inline QByteArray planetLine(const QString &name, const QString &owner, const QString &starbase,
                              const QString &age, const QString &population, const QMap<int, QString> &more = {})
 {
@@ -58,8 +52,7 @@ public:
         write(name, bytes);
     }
 
-    // Selects game.map with the game year and report years given and
-    // generates; empty on success, else the check's message or the load error.
+    // Selects game.map with these years and generates: empty, or the check's message or the load error.
     QString load(GameData &data, const QString &year = {}, const QMap<int, QString> &reportYears = {},
                  GenerationObserver *observer = nullptr) const
     {

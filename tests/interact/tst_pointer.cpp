@@ -25,8 +25,7 @@ struct Scene : InteractionHost, RedrawHost {
     AnnotationTools annotations{d, canvas};
     PlanetDetail detail;
     MapPointer pointer{d, zoom, zoomTool, annotations, detail};
-    QStringList answers;
-    QStringList messages;
+    QStringList answers, messages;
     int redraws = 0;
 
     explicit Scene(GameData game) : d(std::move(game))
@@ -90,8 +89,6 @@ private slots:
         }
         s.pointer.mouseMove(row.x, row.y);
         QCOMPARE(s.pointer.readout().thePlanet, row.planet);
-        QCOMPARE(s.pointer.readout().toolTip,
-                 row.planet == u" Deep Space" ? QString() : "Click for more information on" + row.planet);
     }
 
     // The readout floors, adds the view minimum, and keeps the planet label
@@ -183,14 +180,12 @@ private slots:
     }
 
     // Escape, armed or half made: all as before "Zoom In", with no redraw;
-    // before arming or once zoomed there is nothing to cancel.
+    // before arming there is nothing to cancel.
     void zoomCancelled_data()
     {
         QTest::addColumn<int>("cornersClicked");
-        QTest::addColumn<bool>("cancelled");
-        QTest::newRow("armed") << 0 << true;
-        QTest::newRow("first corner placed") << 1 << true;
-        QTest::newRow("zoomed") << 2 << false;
+        QTest::newRow("armed") << 0;
+        QTest::newRow("first corner placed") << 1;
     }
     void zoomCancelled()
     {
@@ -204,12 +199,9 @@ private slots:
         }
         const QByteArray trace = s.trace;
         const int redraws = s.redraws;
-        const bool cancelled = s.zoomTool.cancel();
-        QTEST(cancelled, "cancelled");
+        QVERIFY(s.zoomTool.cancel());
         QCOMPARE(s.redraws, redraws);
         QCOMPARE(s.trace, trace);
-        if (!cancelled)
-            return;
         QCOMPARE(QList<double>({s.d.Scale, double(s.d.OriginX), double(s.d.OriginY), double(s.zoom.ZoomState),
                                 double(s.zoom.ZoomArmed)}), QList<double>({10, 0, 0, 0, 0}));
         QVERIFY(!s.buttons.pressed(ZoomInButton) && !s.zoomTool.box().visible);

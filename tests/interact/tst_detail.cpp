@@ -9,7 +9,6 @@
 
 namespace {
 
-// A race tolerating 0.12..8 g, -200..200 degrees, 0..100 radiation.
 void addWideRace(GameData &d, const QString &name)
 {
     PlayerInfo &race = d.player(++d.PlayerCount);
@@ -28,7 +27,6 @@ QStringList labelTexts(const PlanetDetail &p, std::initializer_list<DetailLabel>
     return out;
 }
 
-// The message a fill stops with, or nothing when it goes through.
 QString fillError(PlanetDetail &panel, const GameData &d, int planet, HabCarry &carry)
 {
     try {

@@ -22,7 +22,6 @@ public:
     void progressStep() override { ++progressSteps; }
 };
 
-// Runs one redraw with the given buttons pressed and returns the trace.
 struct Redraw {
     GameData &d;
     QByteArray trace;
@@ -37,7 +36,6 @@ struct Redraw {
         canvas.addSurface(std::make_shared<TraceRecorder>(trace));
         buttons.onClick = [this](int) { redraw.redrawUniverse(); };
     }
-    // The trace's operations, or only those named `op`.
     QList<QJsonObject> run(const QList<int> &pressed, const char *op = nullptr)
     {
         for (int b : pressed)
@@ -48,7 +46,6 @@ struct Redraw {
 };
 
 using Ops = QList<QJsonObject>;
-// Puts planets or cells into a small game.
 using Scene = std::function<void(GameData &)>;
 
 } // namespace

@@ -26,7 +26,6 @@ void disc(RasterSurface &surface, float x, float y, float r, int fillStyle, int3
     surface.circle(s, x, y, r, std::nullopt, std::nullopt);
 }
 
-// Expected trace lines are written with single quotes for readability.
 QByteArray json(const char *singleQuoted) { return QByteArray(singleQuoted).replace('\'', '"'); }
 
 } // namespace

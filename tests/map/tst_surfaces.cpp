@@ -26,7 +26,6 @@ void disc(RasterSurface &surface, float x, float y, float r, int fillStyle, int3
     surface.circle(s, x, y, r, std::nullopt, std::nullopt);
 }
 
-// Expected trace lines are written with single quotes for readability.
 QByteArray json(const char *singleQuoted) { return QByteArray(singleQuoted).replace('\'', '"'); }
 
 } // namespace
@@ -59,8 +58,6 @@ private slots:
         surface.circle(s, 500, 500, 200, Red, std::nullopt);
         const QRect fill = paintedArea(surface.image()).first;
         QVERIFY(QRect(29, 29, 42, 42).contains(fill) && fill.contains(QRect(31, 31, 38, 38)));
-        surface.cls();
-        QCOMPARE(paintedArea(surface.image()).second, 0);
     }
 
     // Two discs hatched one after the other look like one hatched area.
@@ -171,10 +168,7 @@ private slots:
             RasterSurface surface(1002 * scale);
             surface.print(s, QStringLiteral("Hello"));
             const auto [box, count] = paintedArea(surface.image());
-            QVERIFY(count > 0);
-            for (int y = box.top(); y <= box.bottom(); ++y)
-                for (int x = box.left(); x <= box.right(); ++x)
-                    QVERIFY((QList<QRgb>{BlackPixel, GreenPixel}.contains(surface.image().pixel(x, y))));
+            QCOMPARE(countColour(surface.image(), GreenPixel), count);
             QVERIFY(box.left() - 30 * scale <= 3 && box.left() >= 30 * scale);
             QVERIFY(box.top() - 40 * scale <= 8 && box.top() >= 40 * scale);
             const double width = *surface.textWidth(s, QStringLiteral("Hello")) * scale / 10;
@@ -214,7 +208,6 @@ private slots:
         s.FillStyle = 0;
         s.FillColor = 65280;
         canvas.circle(1234.5f, 0.1f, 50.0f);
-        canvas.circle(10, 20, 1.0f / 3, 255);
         s.DrawMode = 13;
         s.DrawStyle = 0;
         s.FillStyle = 1;
@@ -226,12 +219,11 @@ private slots:
         s.CurrentX = 100;
         s.CurrentY = 200.25f;
         s.FontSize = 8.25;
-        canvas.print(QStringLiteral("Fort \"Nine\"\t\\ \u00e9"));
+        const QString text = QStringLiteral("Fort \"Nine\"\t\\ \u00e9\n\x01\u4e2d");
+        canvas.print(text);
 
         QCOMPARE(trace, json("{'op':'Cls'}\n"
                              "{'op':'Circle','x':1234.5,'y':0.1,'r':50,'color':null,'DrawMode':15,"
-                             "'DrawStyle':5,'DrawWidth':1,'FillStyle':0,'FillColor':65280}\n"
-                             "{'op':'Circle','x':10,'y':20,'r':0.33333334,'color':255,'DrawMode':15,"
                              "'DrawStyle':5,'DrawWidth':1,'FillStyle':0,'FillColor':65280}\n"
                              "{'op':'Circle','x':840,'y':840,'r':800,'color':0,'DrawMode':13,'DrawStyle':0,"
                              "'DrawWidth':1,'FillStyle':1,'FillColor':65280,'start':0.017453292,'end':1.8849556}\n"
@@ -240,20 +232,10 @@ private slots:
                              "{'op':'PSet','x':-5.5,'y':1e-07,'color':4,'DrawMode':13,'DrawWidth':2}\n"
                              "{'op':'PSet','x':1,'y':2,'color':3,'DrawMode':13,'DrawWidth':2}\n"
                              "{'op':'PSet','x':4,'y':5,'color':6,'DrawMode':13,'DrawWidth':2}\n"
-                             "{'op':'Print','x':100,'y':200.25,'text':'Fort \\'Nine\\'\\t\\\\ \xc3\xa9',"
+                             "{'op':'Print','x':100,'y':200.25,'text':'Fort \\'Nine\\'\\t\\\\ \xc3\xa9\\n\\u0001\xe4\xb8\xad',"
                              "'color':16777215,'FontSize':8.25}\n"));
-    }
-
-    void textSurvivesAsJson()
-    {
-        QByteArray trace;
-        TraceRecorder recorder(trace);
-        const QString text = QStringLiteral("a\"b\\c\nd\x01\u00e9\u4e2d");
-        recorder.print(DrawingState{}, text);
-        QJsonParseError error;
-        const QJsonDocument doc = QJsonDocument::fromJson(trace, &error);
-        QCOMPARE(error.error, QJsonParseError::NoError);
-        QCOMPARE(doc.object().value(QLatin1String("text")).toString(), text);
+        // Any text reads back as it was written.
+        QCOMPARE(QJsonDocument::fromJson(trace.split('\n')[7]).object()[u"text"].toString(), text);
     }
 };
 

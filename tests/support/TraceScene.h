@@ -1,6 +1,5 @@
 #pragma once
-// Small hand-made games for drawing on a recording canvas, and the trace
-// read back as JSON objects.
+// Small hand-made games for drawing on a recording canvas, and its trace.
 
 #include "GameData.h"
 
@@ -48,7 +47,6 @@ inline PlanetInfo &addPlanet(GameData &d, int x, int y, const QString &age = {},
 // The 0x00BBGGRR colour numbers the trace writes.
 inline int colour(int r, int g, int b) { return r + 256 * g + 65536 * b; }
 
-// The trace's operations, or only those named `op`.
 inline QList<QJsonObject> traceOps(const QByteArray &trace, const char *op = nullptr)
 {
     QList<QJsonObject> out;
@@ -60,9 +58,8 @@ inline QList<QJsonObject> traceOps(const QByteArray &trace, const char *op = nul
     return out;
 }
 
-// Compact JSON of these operations, or of each cut down to the fields the
-// same place in `only` names: QCOMPARE(traceJson(ops, want), traceJson(want))
-// checks the count, the order and those fields, and shows both sides.
+// QCOMPARE(traceJson(ops, want), traceJson(want)) checks the count, the order
+// and the fields `want` names, and shows both sides.
 inline QByteArray traceJson(const QList<QJsonObject> &ops, const QList<QJsonObject> &only = {})
 {
     QJsonArray out;

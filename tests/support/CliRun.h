@@ -72,10 +72,3 @@ inline QByteArray fileBytes(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
-
-inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)
-{
-    CliStart start;
-    start.locale = locale;
-    return runCli(arguments, start);
-}

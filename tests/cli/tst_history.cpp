@@ -4,10 +4,8 @@
 #include "CliRun.h"
 #include "GifAnimation.h"
 #include "HistoryFrame.h"
-#include "PictureChecks.h"
 #include "TestGame.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QImageReader>
 #include <QRegularExpression>
@@ -68,29 +66,6 @@ QString withoutProgress(const QString &err)
     static const QRegularExpression count(QStringLiteral("^history: [a-z ]+ \\d+ of \\d+\n"),
                                           QRegularExpression::MultilineOption);
     return QString(err).remove(count);
-}
-
-QList<QImage> encodeAndRead(const QList<QImage> &frames)
-{
-    QBuffer out;
-    out.open(QIODevice::WriteOnly);
-    GifAnimation gif(out, frames.first().size(), 10);
-    for (const QImage &frame : frames)
-        gif.addFrame(frame);
-    gif.finish();
-    QBuffer in(&out.buffer());
-    QImageReader reader(&in, "gif");
-    QList<QImage> read;
-    for (QImage frame; reader.read(&frame);)
-        read << frame.convertToFormat(QImage::Format_RGB32);
-    return read;
-}
-
-QImage flat(QRgb colour)
-{
-    QImage image(64, 48, QImage::Format_RGB32);
-    image.fill(colour);
-    return image;
 }
 
 } // namespace
@@ -174,22 +149,6 @@ private slots:
         const CliRun run = runCli(QStringList{"history"} + arguments);
         QCOMPARE(run.status, 2);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
-    }
-
-    // The GIF encoder: a flat race colour over most of a frame stays exact,
-    // a gradient of 1024 colours in a corner within 12 levels.
-    void manyColoursKeepTheCommonOnes()
-    {
-        QImage frame = flat(qRgb(0, 255, 128));
-        for (int y = 0; y < 32; ++y)
-            for (int x = 0; x < 32; ++x)
-                frame.setPixel(x, y, qRgb(x * 8, y * 8, (x + y) * 4));
-        for (int x = 0; x < 64; ++x)
-            frame.setPixel(x, 40, qRgb(255, 255, 0));
-        const QImage read = encodeAndRead({flat(qRgb(0, 0, 0)), frame}).last();
-        QCOMPARE(read.pixel(50, 10), qRgb(0, 255, 128));
-        QCOMPARE(read.pixel(5, 40), qRgb(255, 255, 0));
-        QVERIFY(worstChannelError(read.copy(0, 0, 32, 32), frame.copy(0, 0, 32, 32)) <= 12);
     }
 };
 

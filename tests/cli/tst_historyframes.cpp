@@ -1,6 +1,5 @@
 // veltro-cli history on a generated sixteen-race game on the huge map: the
-// animations decoded back against the PNG frames, peak memory that does not
-// grow with the turns, and a picture too large for the memory refused.
+// animations against the PNG frames, memory, a picture too large refused.
 
 #include "CliRun.h"
 #include "GameGenerator.h"
@@ -24,7 +23,6 @@ struct Decoded {
     bool loopsForEver = false;
 };
 
-// Qt's reader for the GIF, which giflib wrote.
 Decoded decodeGif(const QString &path)
 {
     QImageReader reader(path);
@@ -40,10 +38,7 @@ Decoded decodeGif(const QString &path)
 // libwebp's animation decoder: whole frames, with their end times.
 Decoded decodeWebp(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = fileBytes(path);
     const WebPData data{reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size())};
     WebPAnimDecoderOptions options;
     WebPAnimDecoderOptionsInit(&options);
@@ -51,7 +46,7 @@ Decoded decodeWebp(const QString &path)
     WebPAnimDecoder *decoder = WebPAnimDecoderNew(&data, &options);
     WebPAnimInfo info;
     if (!decoder || !WebPAnimDecoderGetInfo(decoder, &info))
-        qFatal("libwebp cannot read %s", qPrintable(path));
+        return {};
     Decoded d;
     d.loopsForEver = info.loop_count == 0;
     int shownUntil = 0;
@@ -69,7 +64,6 @@ Decoded decodeWebp(const QString &path)
     return d;
 }
 
-// veltro-cli run by a shell as `prefix` says, however long it takes.
 CliRun runVia(const QString &prefix, const QStringList &arguments, const QByteArray &asanOptions = {})
 {
     CliStart start;
@@ -117,7 +111,6 @@ private slots:
         QCOMPARE(run.status, 0);
         const Decoded decoded = name.endsWith(".gif") ? decodeGif(out) : decodeWebp(out);
         QVERIFY(decoded.loopsForEver);
-        QCOMPARE(decoded.frames.size(), 3);
         QCOMPARE(decoded.delays, QList<int>({300, 300, 300}));
         for (int i = 0; i < 3; ++i) {
             const QImage png = QImage(QDir(frames).filePath(QString("%1.png").arg(LastYear - Turns + 1 + i)))

@@ -13,7 +13,6 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
-#include <cmath>
 #include <limits>
 
 namespace {

@@ -99,6 +99,7 @@ private slots:
         row(colour + "vorn=#FFFFFF", 2, "--race-colour: no race named \"vorn\" in this game;");
         row(colour + "Vorn=#3F4040", 2, "red + green + blue is 191, at least 192 is needed");
         row(colour + "Vorn=red", 2, "--race-colour takes NAME=#RRGGBB, not \"Vorn=red\"");
+        row(colour + "=#FFFFFF", 2, "--race-colour takes NAME=#RRGGBB, not \"=#FFFFFF\"");
         const QString planet = "planet --year 2431";
         row(planet, 2, "planet takes one of --at X,Y and --number N");
         row(planet + " --at 1,1 --number 1", 2, "planet takes one of --at X,Y and --number N");

@@ -1,6 +1,5 @@
-// veltro-cli's command line as QCommandLineParser programs behave: --help
-// and --version on stdout with status 0, every usage error one line on
-// stderr with status 2.
+// veltro-cli's command line: --help and --version on stdout with status 0,
+// every usage error one line on stderr with status 2.
 
 #include "CliRun.h"
 

@@ -1,6 +1,5 @@
-// Choosing a game's files, and veltro-cli export as scripts see it: exit
-// statuses, messages, JSON and CSV. Scripts compare the export's bytes, so
-// its JSON writer must write exactly what QJsonDocument writes.
+// Choosing a game's files, and veltro-cli export as scripts see it; its JSON
+// writer must write byte for byte what QJsonDocument writes.
 
 #include "CliRun.h"
 #include "IndentedJsonWriter.h"
@@ -249,8 +248,7 @@ private slots:
         QCOMPARE(robots["Territory"].toInt(), cells);
     }
 
-    // A fault in a file: exit 1 and one line naming the file and the line
-    // (0: any line, -1: the file only).
+    // A fault in a file: exit 1, one line naming the file and line (0: any, -1: none).
     void badInput_data()
     {
         QTest::addColumn<QString>("file");

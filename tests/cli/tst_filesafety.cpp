@@ -1,6 +1,5 @@
-// What veltro-cli does to the files around it: where it writes, what it
-// will not write over or read, what a failed write leaves behind, and that
-// no locale changes a byte of what it writes.
+// What veltro-cli will not write over or read, what a failed write leaves
+// behind, and that no locale changes a byte of what it writes.
 
 #include "CliRun.h"
 #include "TestGame.h"
@@ -60,9 +59,8 @@ private slots:
     void refusals_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        // "NAME>TARGET" a symbolic link, "NAME=TARGET" a hard one, ">>NAME"
-        // standard output appended to NAME, "fifo NAME" a FIFO instead of
-        // NAME, "limit" ulimit -f 8, "full" standard output to /dev/full
+        // "NAME>TARGET" / "NAME=TARGET" a symbolic / hard link, ">>NAME" standard output appended,
+        // "fifo NAME" a FIFO instead, "limit" ulimit -f 8, "full" standard output to /dev/full
         QTest::addColumn<QString>("setup");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("message");

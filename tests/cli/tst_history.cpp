@@ -2,7 +2,6 @@
 // and show what render draws with them; a bad snapshot stops the command.
 
 #include "CliRun.h"
-#include "GifAnimation.h"
 #include "HistoryFrame.h"
 #include "TestGame.h"
 

@@ -132,8 +132,7 @@ private slots:
     void memoryDoesNotGrowWithTheTurns()
     {
         auto peakKb = [&](int turns) {
-            // GNU time's %M: the peak resident set in KB. The sanitizer's
-            // quarantine would hold on to freed frames.
+            // GNU time's %M: peak resident KB. The sanitizer's quarantine would hold freed frames.
             const CliRun run = runVia("exec /usr/bin/time -f %M", QStringList{"history"} + m_turns.mid(0, turns)
                                                                       + QStringList{"-o", m_dir.filePath("peak.webp")},
                                       "quarantine_size_mb=0");
@@ -157,8 +156,7 @@ private slots:
         QFETCH(QStringList, arguments);
         arguments.replaceInStrings("%1", m_turns.first()).replaceInStrings("%2", m_dir.path());
 #if defined(__SANITIZE_ADDRESS__)
-        // The sanitizer reserves terabytes of address space: its own
-        // allocation limit stands in for ulimit.
+        // The sanitizer reserves terabytes of address space: its own limit stands in for ulimit.
         CliRun run = runVia("exec", arguments, "allocator_may_return_null=1:max_allocation_size_mb=1000");
         // Its own warning about the refused allocation comes first.
         run.err.remove(QRegularExpression("^==\\d+==WARNING: AddressSanitizer failed to allocate[^\n]*\n"));

@@ -58,10 +58,8 @@ private slots:
         QCOMPARE(byNumber[u"RHab"], o[u"RHab"]);
     }
 
-    // --from measures as the Measure tool does: a fleet covers warp²
-    // light years a year, a part of a year costing the whole year; an end
-    // near a planet snaps to it, an end in deep space is where the readout
-    // puts it.
+    // As the Measure tool: warp² light years a year, a part costing the whole
+    // year; an end near a planet snaps to it, one in deep space is the readout's.
     void tripFrom_data()
     {
         QTest::addColumn<QStringList>("options");

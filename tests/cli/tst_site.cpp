@@ -103,8 +103,7 @@ private slots:
         QCOMPARE(fileBytes(out.path("kept/notes.txt")), QByteArray("mine"));
     }
 
-    // File > Publish Web Map writes the game as loaded, in the colours the
-    // user gave its races.
+    // File > Publish Web Map writes the game as loaded, in the user's race colours.
     void desktopPublishing()
     {
         GameData data;

@@ -1,6 +1,5 @@
-// Choosing a game's files, and veltro-cli export as scripts see it: exit
-// statuses, messages, JSON and CSV. Scripts compare the export's bytes, so
-// its JSON writer must write exactly what QJsonDocument writes.
+// Choosing a game's files, and veltro-cli export as scripts see it; its JSON
+// writer must write byte for byte what QJsonDocument writes.
 
 #include "CliRun.h"
 #include "IndentedJsonWriter.h"
@@ -13,9 +12,7 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
-#include <cmath>
 #include <limits>
-#include <set>
 
 namespace {
 
@@ -33,93 +30,28 @@ QByteArray randomBytes(quint32 seed)
     return bytes;
 }
 
-// Numbers where the forms change: the 2^53 limit of whole numbers, exponents,
-// negative zero, values that are not finite. Qt writes whole numbers beyond
-// 2^53 with an exponent, the export with all their digits (see below), so the
-// random documents stay within 2^53.
-const double edgeNumbers[] = {
-    0.0, -0.0, 1.0, -1.0, 0.05, 1.5, 500000.0, 1e6, 1e15, 1e-7, 2.5e-5,
-    9007199254740992.0, -9007199254740992.0, 123456789.5,
-    std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
-    std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::denorm_min(),
-};
-
-// Control characters, quotes, backslashes, Latin-1, the Windows-1252
-// extras, characters beyond the BMP, and lone surrogates.
-const char16_t edgeUnits[] = {
-    0x00, 0x01, 0x08, 0x09, 0x0A, 0x0C, 0x0D, 0x1F, 0x20, u'"', u'\\', u'/', 0x7F,
-    0x80, 0xA0, 0xE9, 0xFF, 0x20AC, 0x2122, 0xFFFD, 0xFFFF, 0xD83D, 0xDE00, 0xDBFF, 0xDC00,
-};
-
-// Builds the same random document twice: as a QJsonValue and through the writer.
-class RandomDocument {
-public:
-    RandomDocument(quint32 seed, QByteArray &out) : m_random(seed), m_json(out) {}
-
-    QJsonObject object(int depth)
-    {
-        std::set<QString> keys;
-        const int size = int(m_random.bounded(depth > 2 ? 4 : 7));
-        while (int(keys.size()) < size)
-            keys.insert(randomKey());
-        QJsonObject o;
-        m_json.beginObject();
-        for (const QString &key : keys) {
-            const QByteArray latin1 = key.toLatin1();
-            m_json.key(QLatin1StringView(latin1));
-            o.insert(key, value(depth + 1));
+// Hands a document to the writer as the export would, keys in QJsonObject's order.
+void write(IndentedJsonWriter &json, const QJsonValue &value)
+{
+    if (value.isObject()) {
+        json.beginObject();
+        const QJsonObject o = value.toObject();
+        for (auto it = o.begin(); it != o.end(); ++it) {
+            json.key(QLatin1StringView(it.key().toLatin1()));
+            write(json, it.value());
         }
-        m_json.endObject();
-        return o;
+        json.endObject();
+    } else if (value.isArray()) {
+        json.beginArray();
+        for (const QJsonValue &item : value.toArray())
+            write(json, item);
+        json.endArray();
+    } else if (value.isString()) {
+        json.string(value.toString());
+    } else {
+        value.isDouble() ? json.number(value.toDouble()) : json.null();
     }
-
-private:
-    QJsonValue value(int depth)
-    {
-        switch (m_random.bounded(depth > 3 ? 3 : 5)) {
-        case 0:
-            m_json.null();
-            return QJsonValue(QJsonValue::Null);
-        case 1: {
-            const double scaled = (m_random.generateDouble() - 0.5) * std::pow(10.0, m_random.bounded(16));
-            const double x = m_random.bounded(2) ? edgeNumbers[m_random.bounded(int(std::size(edgeNumbers)))]
-                             : m_random.bounded(2) ? std::round(scaled) : scaled;
-            m_json.number(x);
-            return QJsonValue(x);
-        }
-        case 2: {
-            QString s;
-            for (int n = int(m_random.bounded(12)); n > 0; --n)
-                s += m_random.bounded(3) ? QChar(char16_t(0x20 + m_random.bounded(0x5F)))
-                                         : QChar(edgeUnits[m_random.bounded(int(std::size(edgeUnits)))]);
-            m_json.string(s);
-            return QJsonValue(s);
-        }
-        case 3: {
-            QJsonArray a;
-            m_json.beginArray();
-            for (int n = int(m_random.bounded(5)); n > 0; --n)
-                a.append(value(depth + 1));
-            m_json.endArray();
-            return a;
-        }
-        default:
-            return object(depth);
-        }
-    }
-
-    QString randomKey()
-    {
-        static const char letters[] = "ABCXYZabcxyz0129_";
-        QString key;
-        for (int n = 1 + int(m_random.bounded(6)); n > 0; --n)
-            key += QLatin1Char(letters[m_random.bounded(int(sizeof letters) - 1)]);
-        return key;
-    }
-
-    QRandomGenerator m_random;
-    IndentedJsonWriter m_json;
-};
+}
 
 } // namespace
 
@@ -127,8 +59,7 @@ class ExportTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // The selection's options and checks, exit 2, each message after the
-    // file it concerns ("" for none).
+    // The selection's checks: exit 2, each message after the file it concerns ("" for none).
     void selectionMessages_data()
     {
         QTest::addColumn<QStringList>("reports");
@@ -165,13 +96,10 @@ private slots:
         const CliRun run = exportGame(game, options);
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, QByteArray());
-        QCOMPARE(run.err.count(u'\n'), 1);
-        QCOMPARE(run.err.trimmed(), (file.isEmpty() ? QString() : game.path(file) + ": ") + message);
+        QCOMPARE(run.err, (file.isEmpty() ? QString() : game.path(file) + ": ") + message + "\n");
     }
 
-    // What the load chose or passed over quietly, a warning each; the
-    // export is the game's all the same: the game without the file that
-    // names no planet, the exact name of two that differ only in case.
+    // A file passed over or chosen by its exact name: a warning each, the export unchanged.
     void warnings_data()
     {
         QTest::addColumn<QString>("name");
@@ -203,9 +131,8 @@ private slots:
         QCOMPARE(run.out, expected);
     }
 
-    // Rows 1..3 found without regard to case; a file gone before the check
-    // rebuilds them from the folder (the window's tests give the own race
-    // left out), a file gone after it ends the load naming it.
+    // Reports found without regard to case; a file gone before the check
+    // rebuilds the rows, one gone after it ends the load naming it.
     void perPlayerRows()
     {
         TestGame game;
@@ -239,8 +166,7 @@ private slots:
         QCOMPARE(failedFile, game.path("GAME.p3"));
     }
 
-    // Row 16 counts like every other: alone it is a selection, and a click
-    // on another game's map forgets it.
+    // Row 16 alone is a selection; a click on another game's map forgets it.
     void sixteenthRow()
     {
         TestGame game;
@@ -275,12 +201,11 @@ private slots:
         QCOMPARE(o["Scale"].toDouble(), 10000 / 400.0);
         const QJsonArray planets = o["Planets"].toArray();
         QCOMPARE(planets[1].toObject().size(), 38);
-        QVERIFY(planets[1].toObject()["Gravity"].isString()); // empty field: "Unknown"
-        QVERIFY(planets[0].toObject()["Gravity"].isNull());   // after the line's last tab: empty
-        QVERIFY(planets[2].toObject()["Owner"].isNull());
-        QCOMPARE(o["Players"].toArray()[1].toObject()["TotalIron"].toDouble(), 0.05);
+        // An empty report field reads "Unknown"; after the line's last tab, and unreported, it is empty.
+        QCOMPARE(QList<QJsonValue::Type>({planets[1][u"Gravity"].type(), planets[0][u"Gravity"].type(), planets[2][u"Owner"].type()}),
+                 QList<QJsonValue::Type>({QJsonValue::String, QJsonValue::Null, QJsonValue::Null}));
+        QCOMPARE(o[u"Players"][1][u"TotalIron"].toDouble(), 0.05);
         QVERIFY(run.out.contains("\"Population\": 500000,"));
-        QVERIFY(run.out.contains("\"GateRange\": 10000,"));
         QVERIFY(!QRegularExpression(R"(:\s*-?\d+(\.0+|[eE][-+]?\d+)\s*[,\n])").match(QString(run.out)).hasMatch());
     }
 
@@ -297,10 +222,6 @@ private slots:
         QVERIFY(rows[0].endsWith(",ScannerRange2,AttackScore\r"));
         QVERIFY(rows[2].startsWith("2,200,100,\"Red, Giant\",\"Bob \"\"Q\"\" Race\",None,Current,1000,5,0,,,"));
 
-        const CliRun toFile = exportGame(game, {"--format", "csv", "-o", game.path("planets.csv")});
-        QCOMPARE(toFile.status, 0);
-        QCOMPARE(toFile.out, QByteArray());
-        QCOMPARE(fileBytes(game.path("planets.csv")), run.out);
     }
 
     // One old report for the whole game: fields from 21 on are not read,
@@ -314,8 +235,8 @@ private slots:
         const QJsonObject o = QJsonDocument::fromJson(exportGame(game, {"--grid"}).out).object();
         QCOMPARE(o["ReportFormat"].toInt(), 20);
         QCOMPARE(o["PlayerCount"].toInt(), 2);
-        QVERIFY(o["Planets"].toArray()[1].toObject()["Gravity"].isNull());
-        const QJsonObject robots = o["Players"].toArray()[1].toObject();
+        QVERIFY(o[u"Planets"][1][u"Gravity"].isNull());
+        const QJsonObject robots = o[u"Players"][1].toObject();
         QCOMPARE(robots["MinGrav"].toDouble(), 8.0);
         const QJsonArray owners = o["GridOwner"].toArray();
         QCOMPARE(owners.size(), 651);
@@ -327,8 +248,7 @@ private slots:
         QCOMPARE(robots["Territory"].toInt(), cells);
     }
 
-    // A fault in a file: exit 1 and one line naming the file and the line
-    // (0: any line, -1: the file only).
+    // A fault in a file: exit 1, one line naming the file and line (0: any, -1: none).
     void badInput_data()
     {
         QTest::addColumn<QString>("file");
@@ -337,13 +257,11 @@ private slots:
         QTest::addColumn<QString>("fault");
         const QByteArray map = "#\tX\tY\tName\r\n";
         QTest::newRow("empty map") << "game.map" << QByteArray() << 1 << "Input past end of file";
-        QTest::newRow("header only") << "game.map" << map << 2 << "";
         QTest::newRow("trailing blank line") << "game.map" << map + "1\t1100\t1100\tHome\r\n\r\n" << 0 << "Input past end";
         QTest::newRow("coordinate not a number") << "game.map" << map + "1\t11OO\t1100\tHome\r\n" << 2 << "Type mismatch";
         QTest::newRow("universe too small") << "game.map" << map + "1\t1100\t1100\tA\r\n2\t950\t1100\tB\r\n" << 3
                                             << "Division by zero";
         QTest::newRow("extent beyond 32 bits") << "game.map" << map + "1\t2147483647\t1100\tHome\r\n" << 2 << "Overflow";
-        QTest::newRow("Y beyond 32 bits") << "game.map" << map + "1\t1100\t-2147483648\tHome\r\n" << 2 << "Overflow";
         QTest::newRow("quoted across lines") << "game.map" << map + "1\t\"11\r\n00\"\t1100\tHome\r\n" << 2 << "Type mismatch";
         QTest::newRow("megabyte coordinate") << "game.map" << map + "1\t" + QByteArray(1 << 20, '9') + "\t1\tA" << 2
                                              << "Overflow";
@@ -372,16 +290,29 @@ private slots:
         QVERIFY2(run.err.startsWith(where) && run.err.contains(fault), qPrintable(run.err));
     }
 
+    // Nesting and empty containers at every depth; numbers where the forms
+    // change (2^53, exponents, negative zero, not finite); control characters,
+    // quotes, Latin-1, Windows-1252 extras, beyond the BMP, lone surrogates.
     void sameBytesAsQJsonDocument()
     {
-        for (quint32 seed = 1; seed <= 300; ++seed) {
-            QByteArray written;
-            RandomDocument document(seed, written);
-            const QJsonObject o = document.object(0);
-            const QByteArray expected = QJsonDocument(o).toJson(QJsonDocument::Indented);
-            QVERIFY2(written == expected, qPrintable(QString("seed %1:\n%2\nexpected:\n%3")
-                                                         .arg(seed).arg(QString::fromUtf8(written), QString::fromUtf8(expected))));
-        }
+        QJsonArray numbers;
+        for (double x : {0.0, -0.0, -1.0, 0.05, 500000.0, 1e15, 1e-7, 2.5e-5, 9007199254740992.0, -9007199254740992.0,
+                         123456789.5, -3.0e-300, std::numeric_limits<double>::infinity(),
+                         std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::denorm_min()})
+            numbers.append(x);
+        QString text;
+        for (char16_t c : {0x00, 0x01, 0x08, 0x09, 0x0A, 0x0C, 0x0D, 0x1F, 0x20, 0x22, 0x2F, 0x5C, 0x7F, 0x80, 0xA0, 0xFF,
+                           0xDBFF, 0x20AC, 0x2122, 0xFFFF, 0xD83D, 0xDE00, 0xDBFF})
+            text += QChar(c);
+        const QJsonObject document{
+            {"Numbers", numbers}, {"Text", text}, {"a", QJsonObject()}, {"Z", QJsonArray{QJsonArray(), QJsonValue::Null}},
+            {"_", QJsonArray{QJsonObject{{"b", QJsonArray{1, QJsonObject{{"c", "\xc3\xa9"}}}},
+                                         {"B", QJsonObject()}}, QString(QChar(0xDC00))}},
+        };
+        QByteArray written;
+        IndentedJsonWriter json(written);
+        write(json, document);
+        QCOMPARE(written, QJsonDocument(document).toJson(QJsonDocument::Indented));
     }
 
     // Whole numbers are written without a point or an exponent, however large.

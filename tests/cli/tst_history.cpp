@@ -1,14 +1,10 @@
 // veltro-cli history: frames in year order keep every race's first colour
-// and show what render draws with those colours; a snapshot that cannot be
-// loaded stops the command. And its GIF encoder read back by Qt's reader.
+// and show what render draws with them; a bad snapshot stops the command.
 
 #include "CliRun.h"
-#include "GifAnimation.h"
 #include "HistoryFrame.h"
-#include "PictureChecks.h"
 #include "TestGame.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QImageReader>
 #include <QRegularExpression>
@@ -23,8 +19,7 @@ const QList<MapPlanet> map{{"Frontier", 1300, 1300}, {"Home", 1100, 1100}, {"Vor
 constexpr int Pixels = 160;
 
 // Three turns in folders named by the year. The race columns follow the
-// planet table: when the Vorn take the Frontier, the first planet, they come
-// before the Humans; when the Krell take it from them, the Krell come first.
+// planet table: the Vorn, then the Krell, take the first planet and come first.
 struct HistoryGame : TestGame {
     HistoryGame()
     {
@@ -64,8 +59,7 @@ QImage rendered(const QString &mapFile, int year, const QStringList &colours = {
     return QImage::fromData(run.out).convertToFormat(QImage::Format_RGB32);
 }
 
-// Standard error without the progress counts, which a run longer than a
-// second prints however it goes: a slow machine must not change the verdict.
+// Standard error without the progress counts a run longer than a second prints.
 QString withoutProgress(const QString &err)
 {
     static const QRegularExpression count(QStringLiteral("^history: [a-z ]+ \\d+ of \\d+\n"),
@@ -73,47 +67,25 @@ QString withoutProgress(const QString &err)
     return QString(err).remove(count);
 }
 
-QList<QImage> encodeAndRead(const QList<QImage> &frames)
-{
-    QBuffer out;
-    out.open(QIODevice::WriteOnly);
-    GifAnimation gif(out, frames.first().size(), 10);
-    for (const QImage &frame : frames)
-        gif.addFrame(frame);
-    gif.finish();
-    QBuffer in(&out.buffer());
-    QImageReader reader(&in, "gif");
-    QList<QImage> read;
-    for (QImage frame; reader.read(&frame);)
-        read << frame.convertToFormat(QImage::Format_RGB32);
-    return read;
-}
-
-QImage flat(QRgb colour)
-{
-    QImage image(64, 48, QImage::Format_RGB32);
-    image.fill(colour);
-    return image;
-}
-
 } // namespace
 
 class HistoryCommandTest : public QObject {
     Q_OBJECT
 private slots:
+    // Given out of order, the frames still go by year. The Krell's red,
+    // reserved from the start, pushes the Humans to green and the Vorn to
+    // blue, which they keep when the Vorn come first.
     void framesKeepEveryRacesColour()
     {
         HistoryGame game;
         const QString gif = game.path("history.gif");
-        // Given out of order: the frames still go by year.
         const CliRun run = runCli({"history", game.mapOf(2403), game.mapOf(2401), game.mapOf(2402), "--layers",
                                    "borders,owned", "--size", QString::number(Pixels), "--delay", "250", "--frames",
-                                   game.path("frames"), "-o", gif});
+                                   game.path("frames"), "--race-colour", "Krell=#FF0000", "-o", gif});
         QCOMPARE(withoutProgress(run.err), QString());
         QCOMPARE(run.status, 0);
 
         QImageReader reader(gif);
-        QCOMPARE(reader.imageCount(), 3);
         QCOMPARE(reader.loopCount(), -1);
         QVERIFY(!reader.read().isNull());
         QCOMPARE(reader.nextImageDelay(), 250);
@@ -126,7 +98,7 @@ private slots:
         QVERIFY(HistoryFrameLayout(Pixels, {"The Very Long Named Empire"}, 1).size().width() > frames[0].width());
         QVERIFY(HistoryFrameLayout(100, {"Humans"}, 16).size().height() > 100); // room for sixteen names
 
-        const QStringList stable{"Humans=#FF0000", "Vorn=#00FF00", "Krell=#0000FF"};
+        const QStringList stable{"Humans=#00FF00", "Vorn=#0000FF", "Krell=#FF0000"};
         for (int i = 0; i < 3; ++i) {
             const int year = 2401 + i;
             // The GIF keeps every colour of the frame.
@@ -136,23 +108,8 @@ private slots:
             // The map square is render's picture in the stable colours.
             QCOMPARE(png.copy(0, 0, Pixels, Pixels), rendered(game.mapOf(year), year, stable.mid(0, i == 2 ? 3 : 2)));
         }
-        // Without them the Vorn would be red in 2402, the Krell in 2403.
-        QVERIFY(frames[1].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2402), 2402));
-        QVERIFY(frames[2].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2403), 2403));
-    }
-
-    void chosenColour()
-    {
-        HistoryGame game;
-        const QString gif = game.path("history.gif");
-        const CliRun run = runCli({"history", game.mapOf(2401), game.mapOf(2402), game.mapOf(2403), "--layers",
-                                   "borders,owned", "--size", QString::number(Pixels), "--race-colour", "Krell=#FF0000",
-                                   "-o", gif});
-        QCOMPARE(run.status, 0);
-        // The Krell's red, reserved from the start, pushes the Humans to the
-        // first free colour, green, and so the Vorn to blue.
-        QCOMPARE(gifFrames(gif).last().copy(0, 0, Pixels, Pixels),
-                 rendered(game.mapOf(2403), 2403, {"Humans=#00FF00", "Vorn=#0000FF", "Krell=#FF0000"}));
+        // Without the reserved red the Humans would be red in 2401.
+        QVERIFY(frames[0].copy(0, 0, Pixels, Pixels) != rendered(game.mapOf(2401), 2401));
     }
 
     void badSnapshotStopsTheCommand()
@@ -163,10 +120,8 @@ private slots:
         const QString gif = game.path("history.gif");
         const CliRun run = runCli({"history", game.mapOf(2401), game.mapOf(2402), game.mapOf(2403), "-o", gif});
         QCOMPARE(run.status, 1);
-        QCOMPARE(run.err.count(u'\n'), 1);
-        QVERIFY2(run.err.startsWith(game.path("2402/game.P1") + ", line 3: "), qPrintable(run.err));
-        QVERIFY2(run.err.contains("Type mismatch"), qPrintable(run.err));
-        QVERIFY(!QFileInfo::exists(gif));
+        QVERIFY2(run.err.startsWith(game.path("2402/game.P1") + ", line 3: Type mismatch") && run.err.count(u'\n') == 1,
+                 qPrintable(run.err));
         QCOMPARE(QDir(game.path(".")).entryList({"*.gif*"}, QDir::Files), QStringList());
     }
 
@@ -177,9 +132,7 @@ private slots:
         QTest::newRow("no year") << QStringList{"%1/game.map"} << "game.map: no year for this snapshot";
         QTest::newRow("same year twice") << QStringList{"%1/2401/game.map", "%1/2402/game.map@2401"}
                                          << "two snapshots of the year 2401";
-        QTest::newRow("--year") << QStringList{"%1/2401/game.map", "--year", "2401"} << "--year and --report-year do not apply";
         QTest::newRow("not a GIF") << QStringList{"%1/2401/game.map", "-o", "x.png"} << "-o takes an animation file ending in .gif";
-        QTest::newRow("no snapshot") << QStringList{"-o", "x.gif"} << "history takes one or more SNAPSHOT";
         QTest::newRow("unknown race")
             << QStringList{"%1/2401/game.map", "%1/2402/game.map", "%1/2403/game.map", "--race-colour", "Zorg=#FF0000"}
             << "--race-colour: no race named \"Zorg\" in any snapshot; the races are: Humans, Vorn, Krell";
@@ -195,35 +148,6 @@ private slots:
         const CliRun run = runCli(QStringList{"history"} + arguments);
         QCOMPARE(run.status, 2);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
-    }
-
-    // The encoder read back: frames of few colours come back exactly, also
-    // when only part changes or nothing does.
-    void fewColoursComeBackExactly()
-    {
-        QImage second = flat(qRgb(0, 0, 0));
-        second.setPixel(10, 5, qRgb(255, 0, 0));
-        QImage third = second;
-        third.setPixel(40, 30, qRgb(0, 0, 0)); // unchanged: it was black
-        third.setPixel(41, 30, qRgb(1, 2, 3));
-        const QList<QImage> frames{flat(qRgb(0, 0, 0)), second, third, third};
-        QCOMPARE(encodeAndRead(frames), frames);
-    }
-
-    // A flat race colour over most of a frame stays exact, a gradient of
-    // 1024 colours in a corner within 12 levels.
-    void manyColoursKeepTheCommonOnes()
-    {
-        QImage frame = flat(qRgb(0, 255, 128));
-        for (int y = 0; y < 32; ++y)
-            for (int x = 0; x < 32; ++x)
-                frame.setPixel(x, y, qRgb(x * 8, y * 8, (x + y) * 4));
-        for (int x = 0; x < 64; ++x)
-            frame.setPixel(x, 40, qRgb(255, 255, 0));
-        const QImage read = encodeAndRead({flat(qRgb(0, 0, 0)), frame}).last();
-        QCOMPARE(read.pixel(50, 10), qRgb(0, 255, 128));
-        QCOMPARE(read.pixel(5, 40), qRgb(255, 255, 0));
-        QVERIFY(worstChannelError(read.copy(0, 0, 32, 32), frame.copy(0, 0, 32, 32)) <= 12);
     }
 };
 

@@ -1,6 +1,5 @@
 // veltro-cli history on a generated sixteen-race game on the huge map: the
-// animations decoded back against the PNG frames, peak memory that does not
-// grow with the turns, and a picture too large for the memory refused.
+// animations against the PNG frames, memory, a picture too large refused.
 
 #include "CliRun.h"
 #include "GameGenerator.h"
@@ -24,7 +23,6 @@ struct Decoded {
     bool loopsForEver = false;
 };
 
-// Qt's reader for the GIF, which giflib wrote.
 Decoded decodeGif(const QString &path)
 {
     QImageReader reader(path);
@@ -40,10 +38,7 @@ Decoded decodeGif(const QString &path)
 // libwebp's animation decoder: whole frames, with their end times.
 Decoded decodeWebp(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = fileBytes(path);
     const WebPData data{reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size())};
     WebPAnimDecoderOptions options;
     WebPAnimDecoderOptionsInit(&options);
@@ -51,7 +46,7 @@ Decoded decodeWebp(const QString &path)
     WebPAnimDecoder *decoder = WebPAnimDecoderNew(&data, &options);
     WebPAnimInfo info;
     if (!decoder || !WebPAnimDecoderGetInfo(decoder, &info))
-        qFatal("libwebp cannot read %s", qPrintable(path));
+        return {};
     Decoded d;
     d.loopsForEver = info.loop_count == 0;
     int shownUntil = 0;
@@ -69,7 +64,6 @@ Decoded decodeWebp(const QString &path)
     return d;
 }
 
-// veltro-cli run by a shell as `prefix` says, however long it takes.
 CliRun runVia(const QString &prefix, const QStringList &arguments, const QByteArray &asanOptions = {})
 {
     CliStart start;
@@ -117,7 +111,6 @@ private slots:
         QCOMPARE(run.status, 0);
         const Decoded decoded = name.endsWith(".gif") ? decodeGif(out) : decodeWebp(out);
         QVERIFY(decoded.loopsForEver);
-        QCOMPARE(decoded.frames.size(), 3);
         QCOMPARE(decoded.delays, QList<int>({300, 300, 300}));
         for (int i = 0; i < 3; ++i) {
             const QImage png = QImage(QDir(frames).filePath(QString("%1.png").arg(LastYear - Turns + 1 + i)))
@@ -125,6 +118,12 @@ private slots:
             QCOMPARE(decoded.frames[i].size(), png.size());
             const int worst = worstChannelError(decoded.frames[i], png);
             QVERIFY2(worst <= tolerance, qPrintable(QString("frame %1: %2 levels off").arg(i).arg(worst)));
+            // The common colours, black and the race colours, come back exactly.
+            qsizetype exact = 0;
+            for (int y = 0; y < png.height(); ++y)
+                for (int x = 0; x < png.width(); ++x)
+                    exact += decoded.frames[i].pixel(x, y) == png.pixel(x, y);
+            QVERIFY2(exact * 4 > qsizetype(png.width()) * png.height() * 3, qPrintable(QString("%1 exact").arg(exact)));
         }
     }
 
@@ -133,8 +132,7 @@ private slots:
     void memoryDoesNotGrowWithTheTurns()
     {
         auto peakKb = [&](int turns) {
-            // GNU time's %M: the peak resident set in KB. The sanitizer's
-            // quarantine would hold on to freed frames.
+            // GNU time's %M: peak resident KB. The sanitizer's quarantine would hold freed frames.
             const CliRun run = runVia("exec /usr/bin/time -f %M", QStringList{"history"} + m_turns.mid(0, turns)
                                                                       + QStringList{"-o", m_dir.filePath("peak.webp")},
                                       "quarantine_size_mb=0");
@@ -158,8 +156,7 @@ private slots:
         QFETCH(QStringList, arguments);
         arguments.replaceInStrings("%1", m_turns.first()).replaceInStrings("%2", m_dir.path());
 #if defined(__SANITIZE_ADDRESS__)
-        // The sanitizer reserves terabytes of address space: its own
-        // allocation limit stands in for ulimit.
+        // The sanitizer reserves terabytes of address space: its own limit stands in for ulimit.
         CliRun run = runVia("exec", arguments, "allocator_may_return_null=1:max_allocation_size_mb=1000");
         // Its own warning about the refused allocation comes first.
         run.err.remove(QRegularExpression("^==\\d+==WARNING: AddressSanitizer failed to allocate[^\n]*\n"));

@@ -1,8 +1,6 @@
-// veltro-cli site as a host runs it every turn: the folder appears whole,
-// a second run replaces it whole, and a run that fails leaves what was
-// there and nothing of its own. The desktop program's publishing writes the
-// same folder for the game it has loaded. (What the page shows is tested in
-// a browser: tests/web.)
+// veltro-cli site as a host runs it every turn: the folder appears and is
+// replaced whole; a failed run leaves what was there. The desktop program
+// publishes the same folder. (The page itself is tested in tests/web.)
 
 #include "CliOptions.h"
 #include "CliRun.h"
@@ -17,7 +15,7 @@ namespace {
 
 const QString Sample = QStringLiteral(VELTRO_SAMPLES "/MARCHES.map");
 
-// Everything in a folder, hidden names included, as sorted paths inside it.
+// Everything in a folder, hidden names included, as sorted relative paths.
 QStringList listing(const QString &folder)
 {
     QStringList names;
@@ -37,6 +35,9 @@ private slots:
     {
         QTemporaryDir out;
         const QString site = out.filePath("map");
+        const auto entries = [&](const QString &folder) {
+            return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        };
         CliRun run = runCli({"site", Sample + "@2431", "--size", "100", "-o", site});
         QCOMPARE(run.status, 0);
         // Nothing but progress, on a machine slow enough to need it.
@@ -48,7 +49,7 @@ private slots:
         expected << "years/2431/panels.js" << "years/2431/planets.js";
         expected.sort();
         QCOMPARE(listing(site), expected);
-        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
+        QCOMPARE(entries(out.path()), QStringList{"map"});
         QCOMPARE(QImage(site + "/years/2431/borders@2x.png").size(), QSize(200, 200));
         QVERIFY(fileBytes(site + "/data/site.js").startsWith("veltroMap.site({"));
 
@@ -56,17 +57,15 @@ private slots:
         QVERIFY(QFile(site + "/years/2431/stale.png").open(QIODevice::WriteOnly));
         run = runCli({"site", Sample + "@2432", "--size", "100", "-o", site});
         QCOMPARE(run.status, 0);
-        QVERIFY(QFileInfo::exists(site + "/years/2432/panels.js"));
-        QVERIFY(!QFileInfo::exists(site + "/years/2431"));
-        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"map"});
+        QCOMPARE(entries(site + "/years"), QStringList{"2432"});
+        QCOMPARE(entries(out.path()), QStringList{"map"});
 
         // Through a link, the map is replaced where the link points; the link stays.
         QVERIFY(QFile::link(site, out.filePath("link")));
         QCOMPARE(runCli({"site", Sample + "@2433", "--size", "100", "-o", out.filePath("link")}).status, 0);
         QVERIFY(QFileInfo(out.filePath("link")).isSymLink());
-        QVERIFY(QFileInfo::exists(site + "/years/2433/planets.js"));
-        QCOMPARE(QDir(out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                 QStringList({"link", "map"}));
+        QCOMPARE(entries(site + "/years"), QStringList{"2433"});
+        QCOMPARE(entries(out.path()), QStringList({"link", "map"}));
     }
 
     void refusals_data()
@@ -83,13 +82,10 @@ private slots:
                                 << "--year and --report-year do not apply";
         QTest::newRow("snapshot that cannot be loaded")
             << QStringList{Sample + "@2431", "%1/broken/game.map@2432", "-o", "%1/map"} << 1 << "line 2: ";
-        QTest::newRow("unknown race") << QStringList{Sample + "@2431", "--race-colour", "Zorg=#FF0000", "-o", "%1/map"}
-                                      << 2 << "no race named \"Zorg\"";
     }
     void refusals()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(int, status);
         QFETCH(QString, message);
         TestGame out;
         QVERIFY(QDir(out.dir()).mkpath("kept") && QDir(out.dir()).mkpath("broken"));
@@ -99,7 +95,7 @@ private slots:
         const QStringList before = listing(out.dir());
 
         const CliRun run = runCli(QStringList{"site"} + arguments.replaceInStrings("%1", out.dir()));
-        QCOMPARE(run.status, status);
+        QTEST(run.status, "status");
         QCOMPARE(run.err.count(u'\n'), 1);
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
         // Nothing written, nothing half-written beside the folder, the user's file as it was.
@@ -107,8 +103,7 @@ private slots:
         QCOMPARE(fileBytes(out.path("kept/notes.txt")), QByteArray("mine"));
     }
 
-    // File > Publish Web Map writes the game as loaded, in the colours the
-    // user gave its races.
+    // File > Publish Web Map writes the game as loaded, in the user's race colours.
     void desktopPublishing()
     {
         GameData data;

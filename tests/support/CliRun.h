@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QProcess>
 #include <QStringList>
-#include <functional>
 #include <locale>
 #include <stdexcept>
 
@@ -26,16 +25,13 @@ struct CliStart {
     QString outputFile;
     bool appendOutput = false;
     QString workingDirectory;
-    // Done while the program runs (reading a FIFO it writes).
-    std::function<void(QProcess &)> whileRunning;
     // Stopped after this long, as a hang.
     int timeoutMs = 60000;
 };
 
 inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
 {
-    // Without the locale the program would run in C's and no comma could
-    // show: that fails here rather than passing unchecked.
+    // Without the locale no decimal comma could show: fail rather than pass unchecked.
     try {
         std::locale(start.locale.constData());
     } catch (const std::runtime_error &) {
@@ -54,8 +50,6 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
         process.start("sh", QStringList{"-c", start.shellPrefix + " \"$0\" \"$@\"", VELTRO_CLI} + arguments);
     else
         process.start(VELTRO_CLI, arguments);
-    if (start.whileRunning)
-        start.whileRunning(process);
     const bool finished = process.state() == QProcess::NotRunning || process.waitForFinished(start.timeoutMs);
     if (!finished) {
         process.kill();
@@ -71,11 +65,4 @@ inline QByteArray fileBytes(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
-}
-
-inline CliRun runCli(const QStringList &arguments, const QByteArray &locale)
-{
-    CliStart start;
-    start.locale = locale;
-    return runCli(arguments, start);
 }

@@ -19,8 +19,7 @@ namespace {
 
 constexpr int LastYear = 2412;
 
-// Vorn, race 2 and the own race, owns the second and third planets; the
-// Humans own none.
+// Vorn, race 2 and the own race, owns planets 2 and 3; the Humans own none.
 GameData twoRaces()
 {
     GameData d;
@@ -34,16 +33,13 @@ GameData twoRaces()
         p[Population] = Value(population);
         d.Planets.push_back(p);
     }
-    for (int i : {2, 3}) {
+    for (int i : {2, 3})
         d.planet(i)[Owner] = Value(u"Vorn");
-        d.planet(i)[OwnerIndex] = Value(2);
-    }
     d.player(1)[RaceName] = Value(u"Humans");
     PlayerInfo &vorn = d.player(2);
     vorn[RaceName] = Value(u"Vorn");
     vorn[TotalPlanets] = Value(2);
     vorn[TotalPopulation] = Value(395);
-    vorn[TotalMines] = Value(7);
     vorn[MinGrav] = Value(0.5);
     vorn[MaxGrav] = Value(2);
     return d;
@@ -88,12 +84,8 @@ class DataWindowsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        gamegen::GameOptions options;
-        options.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map";
-        options.outDir = m_turns.path();
-        options.players = 3;
-        options.gameYear = LastYear;
-        gamegen::generateHistory(options, 4);
+        gamegen::generateHistory({.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map", .outDir = m_turns.path(),
+                                  .players = 3, .gameYear = LastYear}, 4);
         // One history window for the cases on these turns: it reads them once.
         m_history = std::make_unique<HistoryWindow>(m_turns.path(), OverlayButtons{});
         QSignalSpy loaded(m_history.get(), &HistoryWindow::loadingFinished);

@@ -73,13 +73,6 @@ def open_menu(app, title, entry):
     raise SystemExit("the menu %s never showed %s" % (title, entry))
 
 
-def labelled(root, caption):
-    for relation in control(root, "label", caption).getRelationSet():
-        if relation.getRelationType() == pyatspi.RELATION_LABEL_FOR:
-            return relation.getTarget(0)
-    raise SystemExit("%r labels nothing" % caption)
-
-
 def panel(app, field, name=None):
     """The detail panel's `field`, once it shows `name` (or any name)."""
     return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name
@@ -93,7 +86,8 @@ def read_statistics(app, game):
     race = next(p for p in game["Players"] if p["RaceName"] == game["OwnRaceName"])
     for caption, field in (("Total Planets:", "TotalPlanets"), ("Population:", "TotalPopulation"),
                            ("Territory:", "Territory")):
-        value = labelled(stats, caption)
+        value = next(r.getTarget(0) for r in control(stats, "label", caption).getRelationSet()
+                     if r.getRelationType() == pyatspi.RELATION_LABEL_FOR)
         if value.name != str(race[field]):
             raise SystemExit("%s reads %r, the game has %r" % (caption, value.name, race[field]))
     control(stats, "label", "Average Population: %d" % (race["TotalPopulation"] // race["TotalPlanets"]))

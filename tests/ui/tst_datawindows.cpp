@@ -89,7 +89,6 @@ private slots:
         m_history->show();
         QVERIFY(!m_history->saveAnimationAction()->isEnabled());
         QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
-        QVERIFY(m_history->isLoaded());
         QVERIFY(m_history->saveAnimationAction()->isEnabled());
         QVERIFY(m_sink.messages.isEmpty());
     }
@@ -104,7 +103,6 @@ private slots:
         QHeaderView *heading = w.table()->horizontalHeader();
         QCOMPARE(heading->sectionSize(3), 83); // 1250 twips
         QCOMPARE(unnamedControls(&w).join(' '), QString());
-        QCOMPARE(heading->sortIndicatorSection(), -1);
 
         // The arrow and the screen reader's description follow the column
         // sorted last; any other button sorts descending.

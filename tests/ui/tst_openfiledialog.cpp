@@ -139,12 +139,10 @@ private slots:
 
         const QModelIndex target = model->index(w.game.path("f08"));
         const QRect before = tree->visualRect(target);
-        QVERIFY(tree->viewport()->rect().contains(before));
         QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, before.center());
         QTest::mouseMove(tree->viewport(), before.center());
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, before.center());
         QCOMPARE(w.dialog.folder(), QDir(w.game.path("f08")).absolutePath());
-        QCOMPARE(tree->currentIndex(), target);
         QCOMPARE(tree->visualRect(target), before);
     }
 

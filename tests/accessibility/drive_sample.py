@@ -84,10 +84,10 @@ def read_statistics(app, game):
     race = next(p for p in game["Players"] if p["RaceName"] == game["OwnRaceName"])
     for caption, field in (("Total Planets:", "TotalPlanets"), ("Population:", "TotalPopulation"),
                            ("Territory:", "Territory")):
-        value = next(r.getTarget(0) for r in control(stats, "label", caption).getRelationSet()
-                     if r.getRelationType() == pyatspi.RELATION_LABEL_FOR)
-        if value.name != str(race[field]):
-            raise SystemExit("%s reads %r, the game has %r" % (caption, value.name, race[field]))
+        value = next((r.getTarget(0) for r in control(stats, "label", caption).getRelationSet()
+                      if r.getRelationType() == pyatspi.RELATION_LABEL_FOR), None)
+        if value is None or value.name != str(race[field]):
+            raise SystemExit("%s reads %r, the game has %r" % (caption, value and value.name, race[field]))
     control(stats, "label", "Average Population: %d" % (race["TotalPopulation"] // race["TotalPlanets"]))
     press(control(stats, "push button", "Close"), "Press")
 

@@ -148,7 +148,6 @@ private slots:
         EmpireStatWindow w(d);
         QCOMPARE(unnamedControls(&w).join(' '), QString());
         QCOMPARE(w.raceList()->currentText(), QStringLiteral("Vorn"));
-        // Screen readers read every figure with its caption.
         QStringList spoken;
         for (const char *name : {"ShowData3", "AvgData0", "ShowData8"})
             spoken << readOut(w.findChild<QWidget *>(QLatin1String(name)));
@@ -199,7 +198,6 @@ private slots:
         QCOMPARE(picture.pixelColor(3, 3), QColor(Qt::black));
     }
 
-    // The key's picture, sampled where its shapes and lines must be.
     void keyPicture()
     {
         LegendWindow legend;

@@ -1,10 +1,7 @@
 #!/usr/bin/python3
-"""Drives the desktop program through the accessibility interface (AT-SPI),
-as a screen reader or a GUI test tool does: loads the sample game, presses
-overlay buttons by their toggle action, clicks a planet and reads the detail
-panel, reads Empire Statistics by their captions against the CLI's export,
-finds a planet by its name and the turn's tools by theirs. Exits 0 when all
-of it worked."""
+"""Drives the desktop program over AT-SPI as a screen reader would: loads the
+sample, presses overlays, reads a clicked planet, Empire Statistics against the
+CLI's export and a planet found by name. Exits 0 when all of it worked."""
 
 import json
 import subprocess
@@ -27,11 +24,11 @@ def walk(node):
 
 # Waits are for a state, and long: a slow machine must not decide the verdict.
 # CTest's own time limit ends a run that never gets there.
-def wait_for(get, what, timeout=60.0):
+def find(root, match, what, timeout=60.0):
     end = time.time() + timeout
     while time.time() < end:
         try:
-            found = get()
+            found = next((n for n in walk(root) if match(n)), None)
             if found is not None:
                 return found
         except Exception:  # a node went away while it was read
@@ -40,12 +37,7 @@ def wait_for(get, what, timeout=60.0):
     raise SystemExit("not found: " + what)
 
 
-def find(root, match, what, timeout=60.0):
-    return wait_for(lambda: next((n for n in walk(root) if match(n)), None), what, timeout)
-
-
 def control(root, roles, name, timeout=60.0, only_showing=False):
-    """The control of one of `roles` ("a|b") called `name`."""
     return find(root, lambda n: n.getRoleName() in roles.split("|") and n.name == name
                 and (not only_showing or n.getState().contains(pyatspi.STATE_SHOWING)), "%s %r" % (roles, name), timeout)
 
@@ -61,7 +53,6 @@ def click_at(x, y):
 
 
 def click(node):
-    """Clicks the middle of a node on screen, as the user's pointer would."""
     box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
     click_at(box.x + box.width // 2, box.y + box.height // 2)
 
@@ -71,8 +62,7 @@ def key(keysym):
 
 
 def open_menu(app, title, entry):
-    """Clicks the menu `title` until its `entry` shows: a click while a
-    window that has just closed still holds the pointer opens nothing."""
+    # Clicked until the entry shows: a window that has just closed may still hold the pointer.
     for _ in range(20):
         click(control(app, "menu|menu item", title))
         try:
@@ -82,40 +72,28 @@ def open_menu(app, title, entry):
     raise SystemExit("the menu %s never showed %s" % (title, entry))
 
 
-def labelled(root, caption):
-    """The node that the label `caption` labels."""
-    for relation in control(root, "label", caption).getRelationSet():
-        if relation.getRelationType() == pyatspi.RELATION_LABEL_FOR:
-            return relation.getTarget(0)
-    raise SystemExit("%r labels nothing" % caption)
-
-
-def panel(app, field, name=None):
-    """The detail panel's `field`, once it shows `name` (or any name)."""
+def panel(app, field, name=None):  # the detail panel's field, once it shows `name`
     return find(app, lambda n: n.getRoleName() == "label" and n.description == field and n.name
                 and name in (None, n.name), "%s %s" % (field, name))
 
 
 def read_statistics(app, game):
-    """Opens Empire Statistics by pointer (a modal window would hold an
-    action's reply until it closes) and reads the own race's figures."""
+    # Opened by pointer: a modal window would hold an action's reply until it closes.
     click(open_menu(app, "Data", "Empire Statistics"))
     stats = control(app, "dialog", "Empire Statistics")
     race = next(p for p in game["Players"] if p["RaceName"] == game["OwnRaceName"])
     for caption, field in (("Total Planets:", "TotalPlanets"), ("Population:", "TotalPopulation"),
                            ("Territory:", "Territory")):
-        value = labelled(stats, caption)
-        print("statistics:", caption, value.name)
-        if value.name != str(race[field]):
-            raise SystemExit("%s reads %r, the game has %r" % (caption, value.name, race[field]))
+        value = next((r.getTarget(0) for r in control(stats, "label", caption).getRelationSet()
+                      if r.getRelationType() == pyatspi.RELATION_LABEL_FOR), None)
+        if value is None or value.name != str(race[field]):
+            raise SystemExit("%s reads %r, the game has %r" % (caption, value and value.name, race[field]))
     control(stats, "label", "Average Population: %d" % (race["TotalPopulation"] // race["TotalPlanets"]))
     press(control(stats, "push button", "Close"), "Press")
 
 
 def find_planet(app):
-    """Finds the new turn's entries in the File menu and the Measure tool by
-    their names, then a planet from Edit > Find Planet..., its name typed in
-    part and in another case, and reads the panel."""
+    """Tools by their names, then a planet by part of its name in another case."""
     control(app, "radio button", "Measure")
     open_menu(app, "File", "Reload")
     control(app, "menu|menu item", "Recent Games", only_showing=True)
@@ -123,7 +101,7 @@ def find_planet(app):
     click(open_menu(app, "Edit", "Find Planet\u2026"))
     control(app, "text", "Find Planet", only_showing=True).queryEditableText().setTextContents("zarq")
     key(RETURN)
-    print("found:", panel(app, "PlanetName", "Zarquon").name)
+    panel(app, "PlanetName", "Zarquon")
 
 
 def main():
@@ -136,8 +114,7 @@ def main():
             press(find(app, lambda n: n.name == name and n.getState().contains(pyatspi.STATE_ENABLED), name), "Toggle")
             find(app, lambda n: n.name == name and n.getState().contains(pyatspi.STATE_CHECKED), name + " pressed")
 
-        # Click the planet "All Work" of the sample: its place on the map from
-        # the map's extents on screen and the game's view scale.
+        # The planet "All Work" clicked where the game's view scale puts it on the map.
         game = json.loads(subprocess.run([CLI, "export", SAMPLE, "--year", "2431"], check=True,
                                          capture_output=True).stdout)
         planet = next(p for p in game["Planets"] if p["Name"] == "All Work")
@@ -146,7 +123,6 @@ def main():
         click_at(box.x + int(planet["X"] * game["Scale"] * per_unit) + 1,
                  box.y + int(planet["Y"] * game["Scale"] * per_unit) + 1)
         name, owner = panel(app, "PlanetName").name, panel(app, "Owner").name
-        print("panel:", name, "/", owner)
         if name != "All Work" or owner != planet["Owner"]:
             raise SystemExit("the panel shows %r of %r" % (name, owner))
         read_statistics(app, game)

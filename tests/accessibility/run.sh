@@ -1,15 +1,13 @@
 #!/usr/bin/env bash
-# Runs drive_sample.py against the desktop program on a display and an
-# accessibility bus of its own: Xvfb, a D-Bus session and the AT-SPI bus.
-# Anything that cannot be set up fails the run.
+# Runs drive_sample.py against the desktop program on its own Xvfb, D-Bus
+# session and AT-SPI bus; anything that cannot be set up fails the run.
 # usage: run.sh VELTRO VELTRO_CLI SAMPLE_MAP
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
 
-# Xvfb picks a free display and names it on descriptor 3 once it accepts
-# connections. The trap waits for the server to remove its socket, which the
-# next run's server may otherwise lose under the same display number.
+# Xvfb names a free display on descriptor 3 once it accepts connections. The
+# trap waits for its socket to go, or the next run's server may lose it.
 Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
 xvfb=$!
 trap 'kill $xvfb 2>/dev/null; wait $xvfb 2>/dev/null; rm -rf "$scratch"' EXIT
@@ -19,7 +17,7 @@ for _ in $(seq 200); do
 done
 [ -s "$scratch/display" ] || { cat "$scratch/xvfb.log" >&2; echo "Xvfb did not start" >&2; exit 1; }
 
-# The program's settings (saved race colours) start empty, away from the user's.
+# Saved settings start empty, away from the user's.
 export DISPLAY=":$(cat "$scratch/display")" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb \
   XDG_CONFIG_HOME="$scratch/config"
 # The program joins the accessibility bus only if the bus answers when it starts.

@@ -1,13 +1,12 @@
-// The secondary windows driven offscreen: the planet grid's sorting and
-// copying, the empire statistics and their range prompts, the colour
-// editor's OK rule, the key's picture, and the history window on four
-// generated turns (stepping, play, layers, saving the animation).
+// The secondary windows driven offscreen; the history window on four
+// generated turns.
 
 #include "AccessibleText.h"
 #include "EmpireStatWindow.h"
 #include "GameGenerator.h"
 #include "HistoryWindow.h"
 #include "LegendWindow.h"
+#include "PictureChecks.h"
 #include "PlanetGridWindow.h"
 #include "RaceColourWindow.h"
 #include "RecordingSink.h"
@@ -20,8 +19,7 @@ namespace {
 
 constexpr int LastYear = 2412;
 
-// Vorn, race 2 and the own race, owns the second and third planets; the
-// Humans own none.
+// Vorn, race 2 and the own race, owns planets 2 and 3; the Humans own none.
 GameData twoRaces()
 {
     GameData d;
@@ -35,35 +33,28 @@ GameData twoRaces()
         p[Population] = Value(population);
         d.Planets.push_back(p);
     }
-    for (int i : {2, 3}) {
+    for (int i : {2, 3})
         d.planet(i)[Owner] = Value(u"Vorn");
-        d.planet(i)[OwnerIndex] = Value(2);
-    }
     d.player(1)[RaceName] = Value(u"Humans");
-    d.player(1)[TotalPlanets] = Value(0);
     PlayerInfo &vorn = d.player(2);
     vorn[RaceName] = Value(u"Vorn");
     vorn[TotalPlanets] = Value(2);
     vorn[TotalPopulation] = Value(395);
-    vorn[TotalMines] = Value(7);
     vorn[MinGrav] = Value(0.5);
     vorn[MaxGrav] = Value(2);
     return d;
 }
 
-QList<int> shownNumbers(PlanetGridWindow &w)
-{
-    QList<int> n;
-    for (int r = 0; r < w.model().rowCount(); ++r)
-        n << w.model().text(r, 0).toInt();
-    return n;
-}
-
-void clickHeading(PlanetGridWindow &w, int column, Qt::MouseButton button)
+// Clicks a column's heading; the planets' numbers in the order shown then.
+QList<int> clickHeading(PlanetGridWindow &w, int column, Qt::MouseButton button)
 {
     QHeaderView *heading = w.table()->horizontalHeader();
     const QPoint at(heading->sectionViewportPosition(column) + heading->sectionSize(column) / 2, heading->height() / 2);
     QTest::mouseClick(heading->viewport(), button, {}, at);
+    QList<int> numbers;
+    for (int r = 0; r < w.model().rowCount(); ++r)
+        numbers << w.model().text(r, 0).toInt();
+    return numbers;
 }
 
 // The colour at a point of the key's design, in twips.
@@ -73,16 +64,15 @@ QRgb keyAt(const QImage &image, double xTwips, double yTwips)
     return image.pixel(int(xTwips * scale), int(yTwips * scale)) & 0xFFFFFF;
 }
 
-int countColour(const QImage &image, const QRect &area, QRgb colour)
-{
-    int n = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y)
-        for (int x = area.left(); x <= area.right(); ++x)
-            n += (image.pixel(x, y) & 0xFFFFFF) == colour;
-    return n;
-}
-
 QImage shownYear(const HistoryWindow &w) { return w.mapLabel()->pixmap().toImage(); }
+
+QList<bool> pressedLayers(const HistoryWindow &w)
+{
+    QList<bool> pressed;
+    for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton, TerritoryButton})
+        pressed << w.layerButton(b)->isChecked();
+    return pressed;
+}
 
 } // namespace
 
@@ -91,19 +81,14 @@ class DataWindowsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        gamegen::GameOptions options;
-        options.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map";
-        options.outDir = m_turns.path();
-        options.players = 3;
-        options.gameYear = LastYear;
-        gamegen::generateHistory(options, 4);
+        gamegen::generateHistory({.mapPath = VELTRO_TEST_MAPS "/tiny-packed-00001.map", .outDir = m_turns.path(),
+                                  .players = 3, .gameYear = LastYear}, 4);
         // One history window for the cases on these turns: it reads them once.
         m_history = std::make_unique<HistoryWindow>(m_turns.path(), OverlayButtons{});
         QSignalSpy loaded(m_history.get(), &HistoryWindow::loadingFinished);
         m_history->show();
         QVERIFY(!m_history->saveAnimationAction()->isEnabled());
         QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
-        QVERIFY(m_history->isLoaded());
         QVERIFY(m_history->saveAnimationAction()->isEnabled());
         QVERIFY(m_sink.messages.isEmpty());
     }
@@ -115,38 +100,24 @@ private slots:
         w.fill(twoRaces());
         w.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w));
-        QCOMPARE(w.table()->horizontalHeader()->sectionSize(3), 83); // 1250 twips
+        QHeaderView *heading = w.table()->horizontalHeader();
+        QCOMPARE(heading->sectionSize(3), 83); // 1250 twips
         QCOMPARE(unnamedControls(&w).join(' '), QString());
 
-        // Not sorted yet: no heading marked. The arrow and the screen
-        // reader's description follow the column sorted last.
-        QHeaderView *heading = w.table()->horizontalHeader();
-        QCOMPARE(heading->sortIndicatorSection(), -1);
-        struct Click {
-            int column;
-            Qt::MouseButton button;
-            QList<int> numbers;
-            const char *described; // empty when the click does not sort
+        // The arrow and the screen reader's description follow the column
+        // sorted last; any other button sorts descending.
+        const auto described = [&w](int column) {
+            return w.model().headerData(column, Qt::Horizontal, Qt::AccessibleDescriptionRole);
         };
-        const Click clicks[] = {{3, Qt::RightButton, {3, 1, 2}, "Sorted descending"}, // names, ignoring case
-                                {7, Qt::LeftButton, {2, 3, 1}, "Sorted ascending"},   // population, by number
-                                {7, Qt::MiddleButton, {1, 3, 2}, ""}};
-        for (const Click &c : clicks) {
-            clickHeading(w, c.column, c.button);
-            QCOMPARE(shownNumbers(w), c.numbers);
-            if (*c.described) {
-                QCOMPARE(heading->sortIndicatorSection(), c.column);
-                QCOMPARE(heading->sortIndicatorOrder(), c.button == Qt::RightButton ? Qt::DescendingOrder : Qt::AscendingOrder);
-                QCOMPARE(w.model().headerData(c.column, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), c.described);
-            }
-        }
-        QVERIFY(!w.model().headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole).isValid());
+        QCOMPARE(clickHeading(w, 3, Qt::RightButton), (QList<int>{3, 1, 2}));
+        QCOMPARE(described(3).toString(), "Sorted descending");
+        QCOMPARE(clickHeading(w, 7, Qt::LeftButton), (QList<int>{2, 3, 1}));
+        QCOMPARE(std::pair(heading->sortIndicatorSection(), heading->sortIndicatorOrder()), std::pair(7, Qt::AscendingOrder));
+        QCOMPARE(described(7).toString(), "Sorted ascending");
+        QVERIFY(!described(3).isValid());
         QVERIFY(heading->isSortIndicatorShown());
-        // A click on the planet rows never sorts.
-        QTest::mouseClick(w.table()->viewport(), Qt::LeftButton, {}, w.table()->visualRect(w.model().index(0, 0)).center());
-        QCOMPARE(shownNumbers(w), (QList<int>{1, 3, 2}));
+        QCOMPARE(clickHeading(w, 7, Qt::MiddleButton), (QList<int>{1, 3, 2}));
 
-        // Every heading says which button sorts which way.
         const QPoint on(heading->sectionViewportPosition(5) + 4, heading->height() / 2);
         QHelpEvent help(QEvent::ToolTip, on, heading->viewport()->mapToGlobal(on));
         QApplication::sendEvent(heading->viewport(), &help);
@@ -162,9 +133,7 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("beta\t\ngamma\tVorn\nAlpha\t\n"));
         clickHeading(w, 3, Qt::LeftButton);
         QCOMPARE(w.selectedText(), QStringLiteral("Alpha\t\nbeta\t\ngamma\tVorn\n"));
-
-        // A fresh snapshot is in table order again.
-        w.fill(twoRaces());
+        w.fill(twoRaces()); // a fresh snapshot, in table order again
         QCOMPARE(heading->sortIndicatorSection(), -1);
 
         // The grid springs back to its minimum, 2000 twips with the frame.
@@ -179,26 +148,19 @@ private slots:
         EmpireStatWindow w(d);
         QCOMPARE(unnamedControls(&w).join(' '), QString());
         QCOMPARE(w.raceList()->currentText(), QStringLiteral("Vorn"));
-        QCOMPARE(w.shown(TotalMines), QStringLiteral("7"));
-        // Screen readers read every figure with its caption.
-        const std::pair<const char *, const char *> spoken[] = {
-            {"ShowData3", "Total Planets: 2"}, {"ShowData4", "Population: 395"}, {"ShowData5", "Mines: 7"},
-            {"AvgData0", "Average Population: 197"}, {"AvgData1", "Average Mines: 3"},
-            {"ShowData8", "Gravity Low: 0.5"}, {"ShowData9", "Gravity High: 2"}};
-        for (const auto &[name, text] : spoken)
-            QCOMPARE(readOut(w.findChild<QWidget *>(QLatin1String(name))), QString::fromLatin1(text));
+        QStringList spoken;
+        for (const char *name : {"ShowData3", "AvgData0", "ShowData8"})
+            spoken << readOut(w.findChild<QWidget *>(QLatin1String(name)));
+        QCOMPARE(spoken, (QStringList{"Total Planets: 2", "Average Population: 197", "Gravity Low: 0.5"}));
 
         m_sink.inputs = QStringList{"0.125", "8.01"};
         w.rangeValue(MinGrav)->click();
-        QCOMPARE(m_sink.messages, QStringList{"Enter New Value|Enter New Minimum Gravity Value for Vorn|0.5"});
-        QCOMPARE(d.player(2)[MinGrav].val(), 0.12);
         QCOMPARE(readOut(w.rangeValue(MinGrav)), QStringLiteral("Gravity Low: 0.12"));
         w.rangeValue(MaxGrav)->click();
-        QCOMPARE(m_sink.messages.last(), QStringLiteral("New Value either exceeds minimum or maximum allowed"));
-        QCOMPARE(w.shown(MaxGrav), QStringLiteral("2"));
-
-        // A race without planets averages 0.
-        w.raceList()->setCurrentIndex(0);
+        QCOMPARE(m_sink.messages, (QStringList{"Enter New Value|Enter New Minimum Gravity Value for Vorn|0.5",
+                                               "Enter New Value|Enter New Maximum Gravity Value for Vorn|2",
+                                               "New Value either exceeds minimum or maximum allowed"}));
+        w.raceList()->setCurrentIndex(0); // a race without planets averages 0
         QCOMPARE(w.average(0), QStringLiteral("0"));
 
         // Without the own race shown, the placeholders stay (the mines row's
@@ -207,8 +169,7 @@ private slots:
         m_sink.messages.clear();
         EmpireStatWindow nobody(d);
         QCOMPARE(nobody.raceList()->currentIndex(), -1);
-        QCOMPARE(nobody.shown(TotalMines), QStringLiteral("Total Resources"));
-        QCOMPARE(nobody.average(0), QStringLiteral("Average"));
+        QCOMPARE(QStringList({nobody.shown(TotalMines), nobody.average(0)}), (QStringList{"Total Resources", "Average"}));
         nobody.rangeValue(MinGrav)->click();
         QVERIFY(m_sink.messages.isEmpty());
     }
@@ -222,7 +183,6 @@ private slots:
         w.openFor(2); // blue
         QCOMPARE(w.raceShown()->text(), QStringLiteral("Colour of Sirians"));
         QCOMPARE(w.slider(2)->value(), 255);
-        QVERIFY(!w.tooDarkNote()->isVisibleTo(&w));
         for (int i = 0; i < 3; ++i)
             w.slider(i)->setValue(i ? 64 : 63);
         QVERIFY(!w.okButton()->isEnabled()); // 191
@@ -230,16 +190,14 @@ private slots:
         QCOMPARE(w.tooDarkNote()->text(), QStringLiteral("Too dark for the black map: red + green + blue must reach 192"));
         w.slider(0)->setValue(64);
         QVERIFY(w.okButton()->isEnabled()); // 192
-        QVERIFY(!w.tooDarkNote()->isVisibleTo(&w));
 
         // The colour through black hatching, inside the circle only.
         const QImage picture = w.preview()->grab().toImage();
-        const int coloured = countColour(picture, QRect(40, 40, 16, 16), QColor(64, 64, 64).rgb() & 0xFFFFFF);
+        const int coloured = countColour(picture.copy(40, 40, 16, 16), QColor(64, 64, 64));
         QVERIFY(coloured > 64 && coloured < 250);
         QCOMPARE(picture.pixelColor(3, 3), QColor(Qt::black));
     }
 
-    // The key's picture, sampled where its shapes and lines must be.
     void keyPicture()
     {
         LegendWindow legend;
@@ -250,28 +208,22 @@ private slots:
             {30, 30, 0x000000},     // background
             {1470, 600, 0xC0C0C0},  // frame line
             {1950, 1050, 0xFF0000}, // "-45%"
-            {3840, 1050, 0xFF00FF}, // "-10% to -1%"
             {5730, 1050, 0x00FF00}, // "45%"
             {1950, 2322, 0x0000FF}, // "High Death"
-            {4785, 2322, 0xFF8000}, // "Average Growth"
             {727, 3427, 0x00C0C0},  // planet
             {727, 3165, 0xFFFF00},  // starbase ring
             {3120, 2805, 0x000000}, // outside the territory disc
         };
         for (const auto &[x, y, colour] : samples)
             QCOMPARE(keyAt(image, x, y), colour);
-        // The territory disc is hatched: teal lines with black between them.
-        QVERIFY(countColour(image, QRect(240, 220, 20, 20), 0x00C0C0) > 20);
-        QVERIFY(countColour(image, QRect(240, 220, 20, 20), 0x000000) > 200);
-        // The texts are drawn in white.
-        QVERIFY(countColour(image, QRect(12, 33, 78, 41), 0xFFFFFF) > 20);   // "Hab Ranges"
-        QVERIFY(countColour(image, QRect(315, 192, 82, 28), 0xFFFFFF) > 20); // "Boundary for a Race"
+        // The territory disc is hatched teal on black; the texts are white.
+        QVERIFY(countColour(image.copy(240, 220, 20, 20), QColor(0x00C0C0)) > 20);
+        QVERIFY(countColour(image.copy(240, 220, 20, 20), Qt::black) > 200);
+        QVERIFY(countColour(image.copy(12, 33, 78, 41), Qt::white) > 20);   // "Hab Ranges"
+        QVERIFY(countColour(image.copy(315, 192, 82, 28), Qt::white) > 20); // "Boundary for a Race"
         // Screen readers get the painted picture in words.
-        for (const char *text : {"Hab Ranges: large red disc -45%", "small yellow disc 0% to 10%", "Growth: blue High Death",
-                                 "orange Average Growth", "Planet with a Starbase or Orbital Fort", "Boundary for a Race"})
+        for (const char *text : {"Hab Ranges: large red disc -45%", "Growth: blue High Death", "Boundary for a Race"})
             QVERIFY2(legend.accessibleDescription().contains(QLatin1String(text)), text);
-
-        QCOMPARE(legend.okButton()->text(), QStringLiteral("OK"));
         legend.show();
         legend.okButton()->click();
         QVERIFY(!legend.isVisible());
@@ -285,30 +237,25 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&w));
         QCOMPARE(unnamedControls(&w).join(' '), QString());
         // No button pressed in the main window: the usual three layers.
-        for (OverlayButton b : {BordersButton, UniverseButton, OwnedButton})
-            QVERIFY(w.layerButton(b)->isChecked());
-        QVERIFY(!w.layerButton(TerritoryButton)->isChecked());
+        QCOMPARE(pressedLayers(w), (QList<bool>{true, true, true, false}));
 
-        QCOMPARE(w.yearSlider()->maximum(), 3);
-        QCOMPARE(w.year(), LastYear - 3);
-        const QList<QLabel *> labels = w.findChildren<QLabel *>();
-        const auto year = std::find_if(labels.begin(), labels.end(),
-                                       [](QLabel *l) { return l->text() == QString::number(LastYear - 3); });
-        QVERIFY(year != labels.end());
-        QCOMPARE(readOut(*year), QStringLiteral("Year shown: %1").arg(LastYear - 3));
+        QStringList spoken;
+        for (QLabel *label : w.findChildren<QLabel *>())
+            spoken << readOut(label);
+        QVERIFY(spoken.contains(QStringLiteral("Year shown: %1").arg(LastYear - 3)));
         const QImage first = shownYear(w);
         QTest::keyClick(&w, Qt::Key_Right);
         QCOMPARE(w.year(), LastYear - 2);
         QVERIFY(shownYear(w) != first);
         w.yearSlider()->setFocus();
         QTest::keyClick(w.yearSlider(), Qt::Key_Left);
-        QCOMPARE(w.year(), LastYear - 3);
         QCOMPARE(shownYear(w), first);
         QTest::keyClick(&w, Qt::Key_Left); // wraps round
         QCOMPARE(w.year(), LastYear);
 
+        const QImage withBorders = shownYear(w);
         QTest::mouseClick(w.layerButton(BordersButton), Qt::LeftButton);
-        QVERIFY(!shownYear(w).isNull() && shownYear(w) != first);
+        QVERIFY(shownYear(w) != withBorders);
 
         QTest::mouseClick(w.playButton(), Qt::LeftButton);
         QCOMPARE(w.playButton()->text(), QString("Pause"));
@@ -319,9 +266,7 @@ private slots:
         // The main window's pressed layers are the history's first ones.
         OverlayButtons pressed;
         pressed.setPressedQuietly(TerritoryButton, true);
-        HistoryWindow territory(m_turns.path(), pressed);
-        QVERIFY(territory.layerButton(TerritoryButton)->isChecked());
-        QVERIFY(!territory.layerButton(BordersButton)->isChecked());
+        QCOMPARE(pressedLayers(HistoryWindow(m_turns.path(), pressed)), (QList<bool>{false, false, false, true}));
     }
 
     void historySavesTheAnimation_data()
@@ -347,20 +292,15 @@ private slots:
             QTest::keyClick(edit, Qt::Key_Return);
         });
         m_history->saveAnimationAction()->trigger();
+        QCOMPARE(m_sink.messages.size(), int(!message.isEmpty()));
         if (!message.isEmpty()) {
-            QCOMPARE(m_sink.messages.size(), 1);
             QVERIFY2(m_sink.messages.first().contains(message), qPrintable(m_sink.messages.first()));
             QCOMPARE(QDir(out.path()).entryList(QDir::Files), QStringList());
         } else if (QImageReader reader(name); name.endsWith(".gif")) {
-            QCOMPARE(m_sink.messages, QStringList());
             QCOMPARE(reader.imageCount(), 4); // every year, at the saved size
             QCOMPARE(reader.size().height(), 800);
         } else {
-            QCOMPARE(m_sink.messages, QStringList());
-            QFile file(name);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray head = file.read(12);
-            QVERIFY(head.startsWith("RIFF") && head.endsWith("WEBP"));
+            QCOMPARE(QMimeDatabase().mimeTypeForFile(name, QMimeDatabase::MatchContent).name(), "image/webp");
         }
     }
 
@@ -372,7 +312,6 @@ private slots:
         w.show();
         QVERIFY(QTest::qWaitForWindowActive(&w));
         QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 20000);
-        QVERIFY(!w.isLoaded());
         QCOMPARE(m_sink.messages.size(), 1);
         QVERIFY2(m_sink.messages.first().contains("no turns here"), qPrintable(m_sink.messages.first()));
         QCOMPARE(readOut(w.mapLabel()), "Map: " + w.mapLabel()->text());

@@ -93,11 +93,7 @@ def read_statistics(app, game):
 
 
 def find_planet(app):
-    """Tools by their names, then a planet by part of its name in another case."""
-    control(app, "radio button", "Measure")
-    open_menu(app, "File", "Reload")
-    control(app, "menu|menu item", "Recent Games", only_showing=True)
-    key(ESCAPE)
+    """A planet by part of its name in another case."""
     click(open_menu(app, "Edit", "Find Planet\u2026"))
     control(app, "text", "Find Planet", only_showing=True).queryEditableText().setTextContents("zarq")
     key(RETURN)

@@ -5,7 +5,6 @@
 #include "RecordingSink.h"
 #include "TestGame.h"
 
-#include <QSignalSpy>
 #include <QTest>
 #include <QtWidgets>
 

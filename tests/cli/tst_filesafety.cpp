@@ -73,8 +73,6 @@ private slots:
             return option + ": this command reads %1/" + file + ", so it cannot write there";
         };
         row("a report, in another case", "export -o %1/marches.p2", "", 2, reads("-o %1/marches.p2", "MARCHES.P2"));
-        row("the annotation file as the trace", "render -o %1/x.png --trace %1/MARCHES.VMK", "", 2,
-            reads("--trace %1/MARCHES.VMK", "MARCHES.VMK"));
         row("through a symbolic link", "export -o %1/out.json", "out.json>MARCHES.P3", 2, reads("-o %1/out.json", "MARCHES.P3"));
         row("picture and trace", "render -o %1/x.png --trace %1/X.PNG", "", 2, "-o and --trace name the same file, %1/X.PNG");
         row("FIFO as a report", "export", "fifo MARCHES.P2", 1, "%1/MARCHES.P2: a FIFO, not a game file");

@@ -36,8 +36,6 @@ QStringList folderState(const QString &dir)
         const QString path = folder.filePath(name);
         const mode_t mode = modeOf(path, false);
         QString entry = QString("%1 %2").arg(name).arg(mode, 0, 8);
-        if (S_ISDIR(mode))
-            entry += " [" + folderState(path).join(", ") + "]";
         if (S_ISREG(mode))
             entry += " " + fileBytes(path).toHex();
         state << entry;

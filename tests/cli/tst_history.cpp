@@ -103,7 +103,6 @@ private slots:
             // The GIF keeps every colour of the frame.
             const QImage png = QImage(game.path(QString("frames/%1.png").arg(year))).convertToFormat(QImage::Format_RGB32);
             QCOMPARE(frames[i], png);
-            QVERIFY(png.width() > Pixels);
             // The map square is render's picture in the stable colours.
             QCOMPARE(png.copy(0, 0, Pixels, Pixels), rendered(game.mapOf(year), year, stable.mid(0, i == 2 ? 3 : 2)));
         }

@@ -1,47 +1,24 @@
-// veltro-cli's command line: --help and --version on stdout with status 0,
-// every usage error one line on stderr with status 2.
+// veltro-cli's command line: --help on stdout with status 0, every usage
+// error one line on stderr with status 2.
 
 #include "CliRun.h"
 
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <fcntl.h>
-#include <unistd.h>
 
 class CommandLineTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void version()
-    {
-        const CliRun run = runCli({"--version"});
-        QCOMPARE(run.status, 0);
-        QVERIFY2(QRegularExpression(R"(^veltro-cli \d+\.\d+\.\d+\n$)").match(QString(run.out)).hasMatch(), run.out);
-    }
-
-    // Each level's help lists its own options and no other's.
-    void help_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("listed");
-        QTest::addColumn<QString>("notListed");
-        QTest::newRow("top level") << QStringList{"--help"} << QStringList{"export", "render", "--version"} << "--own";
-        QTest::newRow("render, after other options") << QStringList{"render", "x.map", "--size", "9", "-h"}
-                                                     << QStringList{"[options] render MAPFILE", "--skip", "--layers", "--overlay"}
-                                                     << "--format";
-    }
+    // A command's help, asked for after other options, lists its own options and no other command's.
     void help()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QStringList, listed);
-        QFETCH(QString, notListed);
-        const CliRun run = runCli(arguments);
+        const CliRun run = runCli({"render", "x.map", "--size", "9", "-h"});
         QCOMPARE(run.status, 0);
         QVERIFY(run.out.startsWith("Usage: "));
-        for (const QString &text : listed)
-            QVERIFY2(run.out.contains(text.toUtf8()), qPrintable(text));
-        QVERIFY(!run.out.contains(notListed.toUtf8()));
+        for (const char *text : {"[options] render MAPFILE", "--skip", "--layers", "--overlay"})
+            QVERIFY2(run.out.contains(text), text);
+        QVERIFY(!run.out.contains("--format"));
     }
 
     void usageErrors_data()
@@ -51,12 +28,8 @@ private slots:
         const QString commands = ": export, render, planet, history, site (see veltro-cli --help)";
         QTest::newRow("nothing") << QStringList{} << "missing command" + commands;
         QTest::newRow("unknown command") << QStringList{"draw", "x.map"} << "unknown command \"draw\"" + commands;
-        QTest::newRow("option before the command") << QStringList{"--year", "2400", "export", "x.map"}
-                                                   << "Unknown option 'year'.";
         QTest::newRow("unknown option") << QStringList{"export", "x.map", "--colour"} << "Unknown option 'colour'.";
         QTest::newRow("no map file") << QStringList{"render", "-o", "x.png"} << "render takes one MAPFILE";
-        QTest::newRow("option without its value") << QStringList{"export", "x.map", "--format"}
-                                                  << "Missing value after '--format'.";
     }
     void usageErrors()
     {
@@ -98,15 +71,11 @@ private slots:
         row(colour + "vorn=#FFFFFF", 2, "--race-colour: no race named \"vorn\" in this game;");
         row(colour + "Vorn=#3F4040", 2, "red + green + blue is 191, at least 192 is needed");
         row(colour + "Vorn=red", 2, "--race-colour takes NAME=#RRGGBB, not \"Vorn=red\"");
-        row(colour + "=#FFFFFF", 2, "--race-colour takes NAME=#RRGGBB, not \"=#FFFFFF\"");
         const QString planet = "planet --year 2431";
         row(planet, 2, "planet takes one of --at X,Y and --number N");
-        row(planet + " --at 1,1 --number 1", 2, "planet takes one of --at X,Y and --number N");
         for (const char *number : {"0", "129"})
             row(planet + " --number " + number, 2, QString("--number takes a planet row from 1 to 128, not \"%1\"").arg(number));
         row(planet + " --at 12", 2, "--at takes X,Y as two finite numbers of light years, not \"12\"");
-        row(planet + " --at 1,1 --from 1;1", 2, "--from takes X,Y as two finite numbers of light years, not \"1;1\"");
-        row(planet + " --at 1,1 --zoom 0,0,0", 1, "the spot could not be looked up: Division by zero");
     }
     void meaninglessValues()
     {
@@ -126,31 +95,10 @@ private slots:
         const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "owned",
                                    "--race-colour", "Vorn=#A0B0C0", "--race-colour", "Vorn=#40C848", "--race-colour",
                                    "Morrow Kin=#404040", "-o", dir.filePath("map.png"), "--trace", "-"});
-        QCOMPARE(run.err, QString());
         QCOMPARE(run.status, 0);
-        const auto fill = [](int r, int g, int b) {
-            return "\"FillColor\":" + QByteArray::number(r + 256 * g + 65536 * b) + "}";
-        };
-        QVERIFY(run.out.contains(fill(64, 200, 72)));
-        QVERIFY(run.out.contains(fill(64, 64, 64)));
-        QVERIFY(!run.out.contains(fill(160, 176, 192)));
-    }
-
-    // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a missing file.
-    void argumentNotInUtf8()
-    {
-        QTemporaryDir dir;
-        const QByteArray name = QFile::encodeName(dir.path()) + "/Spiel\xe4.map";
-        const int fd = ::open(name.constData(), O_CREAT | O_WRONLY, 0644);
-        QVERIFY(fd >= 0);
-        ::close(fd);
-        QProcess process;
-        process.start("sh", {"-c", "exec \"$0\" export \"$(printf '%s/Spiel\\344.map' \"$1\")\"", VELTRO_CLI, dir.path()});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), 2);
-        QCOMPARE(process.readAllStandardError(),
-                 "argument 2 is not UTF-8 text: \"" + QFile::encodeName(dir.path()) + "/Spiel\\xE4.map\"; file names are read "
-                 "as UTF-8, so give the file a UTF-8 name\n");
+        QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 200 + 65536 * 72) + "}"));
+        QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 64 + 65536 * 64) + "}"));
+        QVERIFY(!run.out.contains("\"FillColor\":" + QByteArray::number(160 + 256 * 176 + 65536 * 192) + "}"));
     }
 };
 

@@ -96,7 +96,6 @@ private slots:
         QCOMPARE(frames[0].size(), QSize(Pixels + 12 + 12 + 8 + 80 + 12, Pixels));
         QCOMPARE(frames[0].pixel(Pixels, Pixels / 2), qRgb(96, 96, 96));
         QVERIFY(HistoryFrameLayout(Pixels, {"The Very Long Named Empire"}, 1).size().width() > frames[0].width());
-        QVERIFY(HistoryFrameLayout(100, {"Humans"}, 16).size().height() > 100); // room for sixteen names
 
         const QStringList stable{"Humans=#00FF00", "Vorn=#0000FF", "Krell=#FF0000"};
         for (int i = 0; i < 3; ++i) {
@@ -104,7 +103,6 @@ private slots:
             // The GIF keeps every colour of the frame.
             const QImage png = QImage(game.path(QString("frames/%1.png").arg(year))).convertToFormat(QImage::Format_RGB32);
             QCOMPARE(frames[i], png);
-            QVERIFY(png.width() > Pixels);
             // The map square is render's picture in the stable colours.
             QCOMPARE(png.copy(0, 0, Pixels, Pixels), rendered(game.mapOf(year), year, stable.mid(0, i == 2 ? 3 : 2)));
         }

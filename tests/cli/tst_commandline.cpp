@@ -5,6 +5,8 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <fcntl.h>
+#include <unistd.h>
 
 class CommandLineTest : public QObject {
     Q_OBJECT
@@ -71,6 +73,7 @@ private slots:
         row(colour + "vorn=#FFFFFF", 2, "--race-colour: no race named \"vorn\" in this game;");
         row(colour + "Vorn=#3F4040", 2, "red + green + blue is 191, at least 192 is needed");
         row(colour + "Vorn=red", 2, "--race-colour takes NAME=#RRGGBB, not \"Vorn=red\"");
+        row(colour + "=#FFFFFF", 2, "--race-colour takes NAME=#RRGGBB, not \"=#FFFFFF\"");
         const QString planet = "planet --year 2431";
         row(planet, 2, "planet takes one of --at X,Y and --number N");
         for (const char *number : {"0", "129"})
@@ -99,6 +102,23 @@ private slots:
         QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 200 + 65536 * 72) + "}"));
         QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 64 + 65536 * 64) + "}"));
         QVERIFY(!run.out.contains("\"FillColor\":" + QByteArray::number(160 + 256 * 176 + 65536 * 192) + "}"));
+    }
+
+    // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a missing file.
+    void argumentNotInUtf8()
+    {
+        QTemporaryDir dir;
+        const QByteArray name = QFile::encodeName(dir.path()) + "/Spiel\xe4.map";
+        const int fd = ::open(name.constData(), O_CREAT | O_WRONLY, 0644);
+        QVERIFY(fd >= 0);
+        ::close(fd);
+        QProcess process;
+        process.start("sh", {"-c", "exec \"$0\" export \"$(printf '%s/Spiel\\344.map' \"$1\")\"", VELTRO_CLI, dir.path()});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 2);
+        QCOMPARE(process.readAllStandardError(),
+                 "argument 2 is not UTF-8 text: \"" + QFile::encodeName(dir.path()) + "/Spiel\\xE4.map\"; file names are read "
+                 "as UTF-8, so give the file a UTF-8 name\n");
     }
 };
 

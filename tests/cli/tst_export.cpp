@@ -122,6 +122,25 @@ private slots:
         QCOMPARE(s.confirm(), QString());
     }
 
+    // Row 16 alone is a selection; a click on another game's map forgets it.
+    void sixteenthRow()
+    {
+        TestGame game;
+        game.writeMap({{"Home", 1100, 1100}});
+        game.write("other.map", "#\r\n1\t1100\t1100\tHome\r\n");
+        for (const char *name : {"game.P1", "game.P16", "other.P1"})
+            game.writeReport(name, {homeLine()});
+        GameData d;
+        FileSelection s(d);
+        QCOMPARE(s.clickMapFile(game.dir(), "game.map"), QString());
+        s.chooseOwnRace(16);
+        s.setIncluded(1, false);
+        QCOMPARE(s.confirm(), QString());
+        QCOMPARE(s.clickMapFile(game.dir(), "other.map"), QString());
+        QVERIFY(!s.row(16).shown);
+        QCOMPARE(d.GameFiles[16].path, QString());
+    }
+
     // Upper-case names from Windows; null, strings and plain whole numbers;
     // a race name with quotes, a control character and Windows-1252 letters.
     void json()

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTest>
 #include <sys/stat.h>
+#include <unistd.h> // link
 
 namespace {
 
@@ -36,6 +37,8 @@ QStringList folderState(const QString &dir)
         const QString path = folder.filePath(name);
         const mode_t mode = modeOf(path, false);
         QString entry = QString("%1 %2").arg(name).arg(mode, 0, 8);
+        if (S_ISDIR(mode))
+            entry += " [" + folderState(path).join(", ") + "]";
         if (S_ISREG(mode))
             entry += " " + fileBytes(path).toHex();
         state << entry;
@@ -56,26 +59,42 @@ private slots:
     void refusals_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        // "NAME>TARGET" a symbolic link, "fifo NAME" a FIFO instead, "limit" ulimit -f 8,
-        // "full" standard output to /dev/full
+        // "NAME>TARGET" / "NAME=TARGET" a symbolic / hard link, ">>NAME" standard output appended,
+        // "fifo NAME" a FIFO instead, "limit" ulimit -f 8, "full" standard output to /dev/full
         QTest::addColumn<QString>("setup");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("message");
         // Words of the command line, the game's map put after the first.
         const auto row = [](const char *tag, const QString &words, const QString &setup, int status, const QString &message) {
             QStringList arguments = words.split(' ');
-            arguments.insert(1, "%1/MARCHES.map");
+            arguments.insert(1, arguments[0] == "history" ? "%1/MARCHES.map@2400" : "%1/MARCHES.map");
             QTest::newRow(tag) << arguments << setup << status << message;
         };
         const auto reads = [](const QString &option, const QString &file) {
             return option + ": this command reads %1/" + file + ", so it cannot write there";
         };
+        const QString tooLarge = ": cannot write the file (File too large)";
         row("a report, in another case", "export -o %1/marches.p2", "", 2, reads("-o %1/marches.p2", "MARCHES.P2"));
+        row("a report's name, not yet there", "planet --number 1 -o %1/MARCHES.P9", "", 2,
+            reads("-o %1/MARCHES.P9", "MARCHES.P9"));
+        row("the annotation file as the trace", "render -o %1/x.png --trace %1/MARCHES.VMK", "", 2,
+            reads("--trace %1/MARCHES.VMK", "MARCHES.VMK"));
         row("through a symbolic link", "export -o %1/out.json", "out.json>MARCHES.P3", 2, reads("-o %1/out.json", "MARCHES.P3"));
+        row("a hard link", "export -o %1/out.json", "out.json=MARCHES.P4", 2, reads("-o %1/out.json", "MARCHES.P4"));
+        row("a turn's file", "history -o %1/turns.gif", "turns.gif>MARCHES.P1", 2, reads("-o %1/turns.gif", "MARCHES.P1"));
         row("picture and trace", "render -o %1/x.png --trace %1/X.PNG", "", 2, "-o and --trace name the same file, %1/X.PNG");
-        row("FIFO as a report", "export", "fifo MARCHES.P2", 1, "%1/MARCHES.P2: a FIFO, not a game file");
+        row("both on standard output", "render -o - --trace -", "", 2, "-o and --trace name the same file, standard output");
+        row("standard output appended to a report", "export", ">>MARCHES.P5", 2, reads("-o standard output", "MARCHES.P5"));
+        for (const QString fifo : {"MARCHES.P2", "MARCHES.VMK"})
+            row(qPrintable("FIFO as " + fifo), "export", "fifo " + fifo, 1, "%1/" + fifo + ": a FIFO, not a game file");
         row("FIFO as the map", "export", "fifo MARCHES.map", 2, "%1/MARCHES.map: not a regular file, so not a map file");
-        row("JSON too large", "export -o %1/old.out", "limit", 1, "%1/old.out: cannot write the file (File too large)");
+        row("JSON too large", "export -o %1/old.out", "limit", 1, "%1/old.out" + tooLarge);
+        row("PNG too large", "render --layers universe,borders,owned -o %1/old.png", "limit", 1, "%1/old.png" + tooLarge);
+        row("trace too large", "render --size 8 --layers universe,borders -o %1/x.png --trace %1/old.out", "limit", 1,
+            "%1/old.out" + tooLarge);
+        row("GIF too large", "history -o %1/old.gif", "limit", 1, "%1/old.gif" + tooLarge);
+        // The animation on standard output has begun when a frame's file fails.
+        row("frames too large", "history -o - --frames %1/old", "limit", 1, "%1/old/2400.png" + tooLarge);
         row("full device", "planet --number 2", "full", 1, "cannot write to standard output (No space left on device)");
     }
     void refusals()
@@ -85,11 +104,19 @@ private slots:
         QFETCH(QString, message);
         TestGame game;
         copySample(game);
-        game.write("old.out", "old");
+        QVERIFY(QDir().mkpath(game.path("old")));
+        for (const char *name : {"old.out", "old.png", "old.gif", "old/2400.png"})
+            game.write(name, "old");
         CliStart start;
-        const qsizetype symbolic = setup.indexOf('>');
+        const qsizetype symbolic = setup.indexOf('>'), hard = setup.indexOf('=');
         if (symbolic > 0)
             QVERIFY(QFile::link(setup.mid(symbolic + 1), game.path(setup.left(symbolic))));
+        if (hard > 0)
+            QVERIFY(::link(QFile::encodeName(game.path(setup.mid(hard + 1))), QFile::encodeName(game.path(setup.left(hard)))) == 0);
+        if (setup.startsWith(">>")) {
+            start.outputFile = game.path(setup.mid(2));
+            start.appendOutput = true;
+        }
         if (setup.startsWith("fifo ")) {
             const QString fifo = game.path(setup.mid(5));
             QVERIFY(QFile::remove(fifo) && ::mkfifo(QFile::encodeName(fifo), 0644) == 0);
@@ -102,16 +129,20 @@ private slots:
         const QStringList before = folderState(game.dir());
         const CliRun run = runCli(arguments.replaceInStrings("%1", game.dir()), start);
         QTEST(run.status, "status");
-        QCOMPARE(run.out, QByteArray());
+        if (!arguments.contains("--frames"))
+            QCOMPARE(run.out, QByteArray());
         QCOMPARE(run.err, QString(message).replace("%1", game.dir()) + "\n");
         QCOMPARE(folderState(game.dir()), before);
     }
 
-    // A replaced file keeps its permission bits, a symbolic link keeps leading to it.
+    // A FIFO (as a device) stays what it is, a replaced file keeps its
+    // permission bits, a symbolic link keeps leading to it.
     void writtenTargets_data()
     {
         QTest::addColumn<QString>("target");
-        QTest::addColumn<int>("mode"); // of out.csv before
+        QTest::addColumn<int>("mode"); // of out.csv before, 0: a special target
+        QTest::newRow("standard output") << "-" << 0;
+        QTest::newRow("FIFO") << "fifo" << 0;
         QTest::newRow("read-only") << "out.csv" << 0444;
         QTest::newRow("through a symbolic link") << "link.csv" << 0604;
     }
@@ -125,17 +156,34 @@ private slots:
         const QByteArray expected = runCli(arguments.mid(0, 4)).out;
         QVERIFY(expected.size() > 10000);
         const QString path = game.path(target);
-        game.write("out.csv", "old");
-        QVERIFY(::chmod(QFile::encodeName(game.path("out.csv")), mode_t(mode)) == 0);
-        if (target == "link.csv")
-            QVERIFY(QFile::link("out.csv", path));
+        if (target == "fifo")
+            QVERIFY(::mkfifo(QFile::encodeName(path), 0644) == 0);
+        if (mode) {
+            game.write("out.csv", "old");
+            QVERIFY(::chmod(QFile::encodeName(game.path("out.csv")), mode_t(mode)) == 0);
+            if (target == "link.csv")
+                QVERIFY(QFile::link("out.csv", path));
+        }
         const mode_t kind = modeOf(path, false) & S_IFMT;
-        const CliRun run = runCli(arguments + QStringList{path});
+        const QStringList before = folderState(game.dir());
+
+        QProcess reader; // of the FIFO, started before the program opens it
+        if (target == "fifo")
+            reader.start("cat", {path});
+        CliStart start;
+        start.workingDirectory = game.dir();
+        const CliRun run = runCli(arguments + QStringList{target == "-" ? "-" : path}, start);
+        reader.waitForFinished(10000);
         QCOMPARE(run.status, 0);
         QCOMPARE(run.err, QString());
         QCOMPARE(modeOf(path, false) & S_IFMT, kind);
-        QCOMPARE(fileBytes(game.path("out.csv")), expected);
-        QCOMPARE(int(modeOf(game.path("out.csv")) & 07777), mode);
+        if (mode) {
+            QCOMPARE(fileBytes(game.path("out.csv")), expected);
+            QCOMPARE(int(modeOf(game.path("out.csv")) & 07777), mode);
+        } else {
+            QCOMPARE(target == "-" ? run.out : reader.readAllStandardOutput(), expected);
+            QCOMPARE(folderState(game.dir()), before);
+        }
     }
 
     // Every output the same under German and Turkish as in C; the lower-case

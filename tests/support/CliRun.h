@@ -21,8 +21,10 @@ struct CliStart {
     QString shellPrefix;
     // Added to the sanitizer's options, if it runs under one.
     QByteArray asanOptions;
-    // Standard output into this file instead of kept.
+    // Standard output into this file instead of kept, appended to it if asked.
     QString outputFile;
+    bool appendOutput = false;
+    QString workingDirectory;
     // Stopped after this long, as a hang.
     int timeoutMs = 60000;
 };
@@ -41,8 +43,9 @@ inline CliRun runCli(const QStringList &arguments, const CliStart &start = {})
     if (!start.asanOptions.isEmpty())
         environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ':' + start.asanOptions);
     process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(start.workingDirectory);
     if (!start.outputFile.isEmpty())
-        process.setStandardOutputFile(start.outputFile);
+        process.setStandardOutputFile(start.outputFile, start.appendOutput ? QIODevice::Append : QIODevice::Truncate);
     if (!start.shellPrefix.isEmpty())
         process.start("sh", QStringList{"-c", start.shellPrefix + " \"$0\" \"$@\"", VELTRO_CLI} + arguments);
     else

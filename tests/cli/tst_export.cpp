@@ -2,6 +2,7 @@
 // writer must write byte for byte what QJsonDocument writes.
 
 #include "CliRun.h"
+#include "IndentedJsonWriter.h"
 #include "TestGame.h"
 
 #include <QJsonArray>
@@ -241,6 +242,20 @@ private slots:
         QCOMPARE(run.err.count(u'\n'), 1);
         const QString where = game.path(file) + (line > 0 ? QString(", line %1: ").arg(line) : "");
         QVERIFY2(run.err.startsWith(where) && run.err.contains(fault), qPrintable(run.err));
+    }
+
+    // Whole numbers are written without a point or an exponent, however large.
+    void bigWholeNumbersWithAllTheirDigits()
+    {
+        const std::pair<double, const char *> cases[] = {
+            {9007199254740994.0, "9007199254740994"}, {1.5e16, "15000000000000000"},
+            {-1e18, "-1000000000000000000"}, {1e21, "1000000000000000000000"}, {-0.0, "0"},
+        };
+        for (const auto &[x, text] : cases) {
+            QByteArray written;
+            IndentedJsonWriter(written).number(x);
+            QCOMPARE(written, QByteArray(text));
+        }
     }
 };
 

@@ -1,12 +1,10 @@
 // Formulas worked out by hand, loads of small games, and the territory grid against the plain loop.
 
 #include "Influence.h"
-#include "MapFile.h"
 #include "ReferenceTerritoryGrid.h"
 #include "TestGame.h"
 #include "TextReader.h"
 
-#include <QDir>
 #include <QRandomGenerator>
 #include <QTest>
 #include <cmath>
@@ -45,28 +43,6 @@ class GenerationTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // A planet of no population but a starbase counts as a colony of the base's size.
-    void starbaseSubstitute_data()
-    {
-        QTest::addColumn<Value>("starbase");
-        QTest::addColumn<Value>("population");
-        QTest::addColumn<Value>("substitute");
-        QTest::newRow("no starbase") << Value(u"None") << Value(0) << Value(0);
-        QTest::newRow("populated") << Value(u"Death Star") << Value(1200) << Value(1200);
-        QTest::newRow("populated, as text") << Value(u"Space Dock") << Value(u"1200") << Value(u"1200");
-        QTest::newRow("Orbital Fort") << Value(u"Orbital Fort") << Value() << Value(250000);
-        QTest::newRow("Starter Colony") << Value(u"Starter Colony") << Value(u" 0") << Value(250000);
-        QTest::newRow("Death Star") << Value(u"Death Star") << Value(u"0.0") << Value(3000000);
-        QTest::newRow("own design") << Value(u"Bastion") << Value(0) << Value(1350000);
-        QTest::newRow("text without a number") << Value(u"Space Dock") << Value(u"Unknown") << Value(u"Unknown");
-    }
-    void starbaseSubstitute()
-    {
-        QFETCH(Value, starbase);
-        QFETCH(Value, population);
-        QTEST(::starbaseSubstitute(starbase, population), "substitute");
-    }
-
     // Strength of influence ('s', the third value the defence): s = floor(P / 10000),
     // at least 10; m = 1.0 (0.7 without a starbase) less (97.92 - defence) / 489.6;
     // SOI = floor(m * s), at most 100. Attack score ('a', the third value the
@@ -83,10 +59,8 @@ private slots:
         // m = 0.7 - 47.92 / 489.6 = 0.602124; 30 * m = 18.06.
         QTest::newRow("s: 300000, no starbase") << FormulaRow{'s', "300000", "None", "50%", 18};
         QTest::newRow("s: 101 * 1.00425 capped") << FormulaRow{'s', "1010000", "Space Dock", "100%", 100};
-        QTest::newRow("s: no population") << FormulaRow{'s', "0", "Space Dock", "100%", 0};
         QTest::newRow("a: 2.7 gives 3; 540 / 30") << FormulaRow{'a', "270000", "None", "0", 3 + 0 + 18};
         QTest::newRow("a: 2.5 gives 2; 16.7 gives 17") << FormulaRow{'a', "250000", "Space Dock", "500", 2 + 3 + 17};
-        QTest::newRow("a: 3.5 gives 4") << FormulaRow{'a', "350000", "None", "1", 4 + 0 + 0};
         QTest::newRow("a: R / 30 = 2.5 gives 2") << FormulaRow{'a', "0", "None", "75", 0 + 0 + 2};
         QTest::newRow("a: 30 / 30 from the population") << FormulaRow{'a', "15000", "None", "0", 0 + 0 + 1};
     }
@@ -104,7 +78,6 @@ private slots:
     {
         QTest::addColumn<MergeRow>("row");
         QTest::newRow("newest wins") << MergeRow{"", "3", "Two", "", "1", "Three", "1"};
-        QTest::newRow("older report read later") << MergeRow{"", "1", "Two", "", "3", "Two", "1"};
         QTest::newRow("same age keeps the first") << MergeRow{"", "2", "Two", "", "2", "Two", "2"};
         QTest::newRow("age 0 always replaces") << MergeRow{"", "0", "Two", "", "0", "Three", "0"};
         QTest::newRow("own report kept at the same age") << MergeRow{"2", "2", "Two", "", "", "Own", "2"};
@@ -130,10 +103,12 @@ private slots:
                  QStringList({owner, reportAge, reportAge == "0" ? "Current" : reportAge + " years old"}));
     }
 
-    // The formulas above as a load applies them, from the own report and another.
+    // The formulas above as a load applies them, from the own report and another; a
+    // planet of no population but a starbase counts as a colony of the base's size.
     void starbaseAndInfluence_data()
     {
         QTest::addColumn<InfluenceRow>("row");
+        QTest::newRow("own design stands for 1350000") << InfluenceRow{"R", "Bastion", "0.0", "", "1350000", false, 100};
         QTest::newRow("space dock stands for 500000") << InfluenceRow{"R", "Space Dock", "0", "", "500000", false, 40};
         QTest::newRow("own report: owned, at least 5") << InfluenceRow{"R", "None", "0", "0%", "0", true, 5};
         QTest::newRow("own report: unowned, no minimum") << InfluenceRow{"", "None", "0", "0%", "0", true, 0};
@@ -215,33 +190,14 @@ private slots:
         QCOMPARE(d.planet(5)[Owner].text() + d.planet(6)[Owner].text() + d.planet(7)[Owner].text(), QString("TwoTwo"));
         QCOMPARE(QList<double>({double(d.UniverseExtent), double(d.GridSize), d.planet(7)[X].val(), d.planet(7)[Y].val()}),
                  QList<double>({1500, 650, 400, 100})); // a full hundred rounds the extent up
-        d.GameYear = 1;
-        QVERIFY(windowCaption(d).endsWith("  { game.map  Year:1 }"));
-        d.GameYear = 0;
-        QVERIFY(windowCaption(d).endsWith("  { game.map }"));
     }
 
-    // The format's menus only for reports of the new style, a progress bar over every grid column;
-    // at an extent of 6700 the grid's quotient falls just below 650 in binary, floored to 649.
-    void observerAndGridSize()
+    // At an extent of 6700 the grid's quotient falls just below 650 in binary, floored to 649.
+    void gridSize()
     {
-        struct Recorder : GenerationObserver {
-            int formatMenus = 0, maximum = 0, lastValue = -1;
-            void enableFormatMenus() override { ++formatMenus; }
-            void progressStart(int m) override { maximum = m; }
-            void progressValue(int v) override { lastValue = v; }
-        } recorder;
         GameData d;
-        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Edge", 6650, 1100}}, {{"game.P1", {homeLine()}}}, {}, {},
-                          &recorder),
-                 QString());
-        QCOMPARE(QList<int>({d.UniverseExtent, d.GridSize, recorder.formatMenus, recorder.maximum, recorder.lastValue}),
-                 QList<int>({6700, 649, 1, 650, 649}));
-
-        Recorder oldStyle;
-        GameData old;
-        QCOMPARE(loadGame(old, {{"Home", 1100, 1100}}, {{"game.PLA", {homeLine()}}}, {}, {}, &oldStyle), QString());
-        QCOMPARE(oldStyle.formatMenus, 0);
+        QCOMPARE(loadGame(d, {{"Home", 1100, 1100}, {"Edge", 6650, 1100}}, {{"game.P1", {homeLine()}}}), QString());
+        QCOMPARE(QList<int>({d.UniverseExtent, d.GridSize}), QList<int>({6700, 649}));
     }
 
     // Races are numbered by the first planet row they own, not by report order.
@@ -380,47 +336,6 @@ private slots:
         for (const QList<int> &c : cells)
             QCOMPARE(QList<int>({c[0], c[1], grid.owner(c[0], c[1]), grid.strength(c[0], c[1])}), c);
         compareWithReference(grid, &won, list, 500, 1.0);
-    }
-
-    void realMaps_data()
-    {
-        QTest::addColumn<QString>("map");
-        for (const char *map : {"huge-packed-00001.map", "small-normal-00001.map", "tiny-packed-00001.map",
-                                "tiny-sparse-00001.map"})
-            QTest::newRow(map) << QString::fromLatin1(map);
-    }
-    // A game on a real map, every planet owned by one of 16 races; then random
-    // sources, some stacked, some without an owner.
-    void realMaps()
-    {
-        QFETCH(QString, map);
-        TestGame game;
-        const QString source = QDir(VELTRO_TEST_MAPS).filePath(map);
-        QVERIFY2(QFile::copy(source, game.path("game.map")), qPrintable(source + ": missing test map"));
-        QRandomGenerator random(uint(qHash(map)));
-        const char *starbases[] = {"None", "None", "Space Dock", "Death Star"};
-        QList<QByteArray> lines;
-        for (const MapRecord &r : readMapRecords(game.path("game.map"), countMapRecords(game.path("game.map")).records))
-            lines << planetLine(r.name, QString("Race %1").arg(lines.size() % 16 + 1), starbases[random.bounded(4)], "0",
-                                QString::number(random.bounded(3000000)), {{10, QString("%1%").arg(random.bounded(100))}});
-        game.writeReport("game.P1", lines);
-        GameData d;
-        QCOMPARE(game.load(d), QString());
-        QCOMPARE(d.PlayerCount, 16);
-        Sources sources, random16;
-        for (const PlanetInfo &p : d.Planets) {
-            if (p[SOI].val() > 0)
-                sources.push_back({int16_t(p[X].val()), int16_t(p[Y].val()), int16_t(p[SOI].val()),
-                                   int16_t(p[OwnerIndex].val())});
-            for (int copies = random.bounded(1, 4); copies > 0; --copies)
-                random16.push_back({int16_t(p[X].val()), int16_t(p[Y].val()), int16_t(random.bounded(1, 101)),
-                                    int16_t(random.bounded(17))});
-        }
-        compareWithReference(d.Grid, nullptr, sources, d.GridSize, d.GridStep);
-        TerritoryGrid grid;
-        Won won{};
-        buildTerritoryGrid(random16, d.GridSize, d.GridStep, MaxPlayers, grid, won);
-        compareWithReference(grid, &won, random16, d.GridSize, d.GridStep);
     }
 
     // A last planet left of the origin gives a negative step: cells run backwards.

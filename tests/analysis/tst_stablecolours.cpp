@@ -41,8 +41,6 @@ private slots:
         QTest::newRow("met in the third turn")
             << QStringList{"Humans Vorn", "Vorn Humans", "Krell Humans Vorn", "Vorn Krell", "Vorn Krell Humans Ashari"}
             << QStringList{"0 1", "1 0 2", "2 0 1", "1 2", "1 2 0 3"} << "Humans Vorn Krell Ashari";
-        QTest::newRow("gone races keep their colours") << QStringList{"Humans Vorn", "Krell Vorn", "Humans"}
-                                                       << QStringList{"0 1", "2 1", "0"} << "Humans Vorn Krell";
         // With all sixteen colours given, a newcomer takes one that no race of
         // its own turn shows: R0 is gone, and its own column's green is R1's.
         QTest::newRow("more races than colours")

@@ -15,14 +15,15 @@ using Lines = QList<QByteArray>;
 using Sources = std::vector<InfluenceSource>;
 using Won = std::array<int32_t, MaxPlayers>;
 
-// Every cell, and when given every race's count of cells won, must match the plain loop.
-void compareWithReference(const TerritoryGrid &grid, const Won *won, const Sources &sources, int size, double step)
+// Builds the grid; every cell and every race's count of cells won must match the plain loop.
+void buildAndCompare(const Sources &sources, int size, double step, TerritoryGrid &grid)
 {
+    Won won{}, expectedWon{};
+    buildTerritoryGrid(sources, size, step, MaxPlayers, grid, won);
     TerritoryGrid expected;
-    Won expectedWon{};
     referenceTerritoryGrid(sources, size, step, MaxPlayers, expected, expectedWon);
     QVERIFY(grid == expected);
-    QVERIFY(!won || *won == expectedWon);
+    QVERIFY(won == expectedWon);
 }
 
 } // namespace
@@ -43,11 +44,10 @@ class GenerationTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // Strength of influence ('s', the third value the defence): s = floor(P / 10000),
-    // at least 10; m = 1.0 (0.7 without a starbase) less (97.92 - defence) / 489.6;
-    // SOI = floor(m * s), at most 100. Attack score ('a', the third value the
-    // resources R): round(P / 100000) half to even, at most 6; 3 with a starbase;
-    // round(R / 30) half to even, or of P / 500 when R is not above 0.
+    // Strength of influence ('s', third value the defence D): s = floor(P / 10000), at least 10;
+    // m = 1.0 (0.7 without a starbase) - (97.92 - D) / 489.6; SOI = floor(m * s), at most 100.
+    // Attack score ('a', third value the resources R), halves to even: round(P / 100000), at most 6;
+    // 3 with a starbase; round(R / 30), or of P / 500 when R is not above 0.
     void formulas_data()
     {
         QTest::addColumn<FormulaRow>("row");
@@ -71,8 +71,7 @@ private slots:
                  row.expected);
     }
 
-    // "Target" as the own report and players 2 and 3 saw it (no age: not
-    // listed); the game year is 2400.
+    // "Target" as the own report and players 2 and 3 saw it (no age: not listed); the game year is 2400.
     void mergeByAge_data()
     {
         QTest::addColumn<MergeRow>("row");
@@ -126,10 +125,9 @@ private slots:
         QCOMPARE(int(d.planet(2)[SOI].val()), soi);
     }
 
-    // Every field of an own report line lands in its own planet field. A newer
-    // line of another report without details ("Unknown" in field 7) brings only
-    // owner, population and environment, never the own race's values. A load
-    // starts every race in its start colour, whatever the last game left.
+    // Every field of an own report line lands in its own planet field. A newer line of another report
+    // without details ("Unknown" in field 7) brings only owner, population and environment, never the
+    // own race's values. A load starts every race in its start colour, whatever the last game left.
     void reportFields()
     {
         QMap<int, QString> fields;
@@ -165,9 +163,8 @@ private slots:
         QCOMPARE(d.RaceRGB, starts);
     }
 
-    // Real maps repeat names; each matching row adds the age shift again. Another
-    // player's report is read by items: a comma cuts a line, the rest counts as
-    // the next line, and only as many are read as counted.
+    // Real maps repeat names; each matching row adds the age shift again. Another player's report is read
+    // by items: a comma cuts a line, the rest counts as the next line, and only as many are read as counted.
     void namesAndRows()
     {
         GameData d;
@@ -273,8 +270,7 @@ private slots:
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
     }
 
-    // The annotation text rebuilt from the file ("!": the load fails), and
-    // the colour of the next drawing, set by the last line or circle.
+    // The annotation text rebuilt from the file ("!": the load fails); the next drawing's colour, from the last line or circle.
     void annotations_data()
     {
         QTest::addColumn<QByteArray>("file");
@@ -323,11 +319,9 @@ private slots:
         for (const QList<int> &s : sources)
             list.push_back({int16_t(s[0]), int16_t(s[1]), int16_t(s[2]), int16_t(s[3])});
         TerritoryGrid grid;
-        Won won{};
-        buildTerritoryGrid(list, 500, 1.0, MaxPlayers, grid, won);
+        buildAndCompare(list, 500, 1.0, grid);
         for (const QList<int> &c : cells)
             QCOMPARE(QList<int>({c[0], c[1], grid.owner(c[0], c[1]), grid.strength(c[0], c[1])}), c);
-        compareWithReference(grid, &won, list, 500, 1.0);
     }
 
     // A last planet left of the origin gives a negative step: cells run backwards.
@@ -339,9 +333,7 @@ private slots:
             sources.push_back({int16_t(-random.bounded(401)), int16_t(-random.bounded(401)),
                                int16_t(random.bounded(1, 101)), int16_t(random.bounded(1, 5))});
         TerritoryGrid grid;
-        Won won{};
-        buildTerritoryGrid(sources, 650, -400 / 650.0, MaxPlayers, grid, won);
-        compareWithReference(grid, &won, sources, 650, -400 / 650.0);
+        buildAndCompare(sources, 650, -400 / 650.0, grid);
     }
 };
 

@@ -44,8 +44,7 @@ private slots:
         QTEST(whole ? QString::number(*whole) : QString("-"), "whole");
     }
 
-    // Half to even into 16 and 32 bits, floor, truncation, and the single
-    // precision of canvas positions; beyond its range a value stops the drawing.
+    // Half to even into 16 and 32 bits, floor, truncation, single precision; beyond its range a value stops the drawing.
     void integers()
     {
         QCOMPARE(QList<int>({conv::toInt16(2.5), conv::toInt16(-2.5), conv::toInt16(32766.5), conv::toInt32(32767.5),
@@ -197,14 +196,12 @@ private slots:
     {
         QTest::addColumn<QStringList>("files");
         QTest::addColumn<QString>("expected");
-        // A year without its map and a folder not named by a year are no turns;
-        // with turn folders, maps named by the year are not read.
+        // A year without its map and a folder not named by a year are no turns; with turn folders, maps named by the year are not read.
         QTest::newRow("turn folders in year order")
             << QStringList{"2410/GAME.map", "2402/GAME.map", "999/GAME.map", "2409/GAME.P1", "notes/GAME.map", "GAME-2300.map"}
             << "999 999/GAME.map, 2402 2402/GAME.map, 2410 2410/GAME.map";
         QTest::newRow("maps named by the year") << QStringList{"GAME-2403.map", "GAME-2401.map", "GAME.map"}
                                                 << "2401 GAME-2401.map, 2403 GAME-2403.map";
-        QTest::newRow("no turn") << QStringList() << "!";
         QTest::newRow("two maps in one turn") << QStringList{"2401/A.map", "2401/B.map"} << "!2 map files";
     }
     void turnsOfAFolder()

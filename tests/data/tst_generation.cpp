@@ -53,7 +53,6 @@ private slots:
         QTest::addColumn<FormulaRow>("row");
         // s = 12 (12.7 floored), m = 0.8, 9.6 floored: a rounding anywhere gives 10.
         QTest::newRow("s: 127000, both floors") << FormulaRow{'s', "127000", "Space Dock", "Unknown", 9};
-        QTest::newRow("s: 50000, 5 raised to 10, no defence") << FormulaRow{'s', "50000", "Space Dock", "", 8};
         // m = 0.7 - 47.92 / 489.6 = 0.602124; 30 * m = 18.06.
         QTest::newRow("s: 300000, no starbase") << FormulaRow{'s', "300000", "None", "50%", 18};
         // m = 1 + 2.08 / 489.6 = 1.00425.
@@ -79,7 +78,6 @@ private slots:
         QTest::newRow("same age keeps the first") << MergeRow{"", "2", "Two", "", "2", "Two", "2"};
         QTest::newRow("age 0 always replaces") << MergeRow{"", "0", "Two", "", "0", "Three", "0"};
         QTest::newRow("own report kept at the same age") << MergeRow{"2", "2", "Two", "", "", "Own", "2"};
-        QTest::newRow("own race's line ignored") << MergeRow{"", "0", "Humans", "", "5", "Three", "5"};
         QTest::newRow("report year adds to the age") << MergeRow{"", "0", "Two", "2398", "1", "Three", "1"};
     }
     void mergeByAge()
@@ -109,7 +107,6 @@ private slots:
         QTest::newRow("space dock stands for 500000") << InfluenceRow{"R", "Space Dock", "0", "", "500000", false, 40};
         QTest::newRow("own report: owned, at least 5") << InfluenceRow{"R", "None", "0", "0%", "0", true, 5};
         QTest::newRow("own report: unowned, no minimum") << InfluenceRow{"", "None", "0", "0%", "0", true, 0};
-        QTest::newRow("uninhabited is not 0") << InfluenceRow{"R", "Death Star", "", "", "Uninhabited", false, 0};
     }
     void starbaseAndInfluence()
     {
@@ -177,8 +174,6 @@ private slots:
                           "2400", {{1, "2399"}}),
                  QString());
         QCOMPARE(d.planet(2)[AgeText].text() + d.planet(3)[AgeText].text(), QString("1 years old2 years old"));
-        for (int f = Owner; f < AttackScore; ++f) // names match with case
-            QVERIFY2(d.planet(4)[f].isEmpty(), planetFieldName(f));
         // An empty starbase is not "None"; 7.5 capped at 6, 45 / 30 = 1.5 gives 2.
         QCOMPARE(QList<double>({d.planet(4)[AttackScore].val(), d.planet(3)[AttackScore].val()}), QList<double>({3, 6 + 3 + 2}));
         QCOMPARE(d.planet(5)[Owner].text() + d.planet(6)[Owner].text() + d.planet(7)[Owner].text(), QString("TwoTwo"));
@@ -219,7 +214,6 @@ private slots:
         for (int k = 1; k <= 4; ++k)
             for (int f = 0; f < 6; ++f)
                 QCOMPARE(d.player(k)[MinGrav + f].val(), ranges[k - 1][f]);
-        QVERIFY(d.player(5)[MinGrav].isEmpty());
         int cells = 0;
         for (int gx = 0; gx <= d.GridSize; ++gx)
             for (int gy = 0; gy <= d.GridSize; ++gy)
@@ -244,7 +238,6 @@ private slots:
             << LimitRow{MaxPlayers + 1, 1, MaxPlayers + 1, MaxPlayers + 1, 0, "/game.P1, line 18: "};
         QTest::newRow("file too large") << LimitRow{20, 1, 1, 0, MaxGameFileSize + 1,
                           "game.P1: the file is too large for a game file"};
-        QTest::newRow("a device without end") << LimitRow{20, 1, 1, 0, -1, "game.P1: a device, not a game file"};
     }
     void limits()
     {
@@ -262,39 +255,10 @@ private slots:
         if (reportSize > 0) {
             QFile big(game.path("game.P1"));
             QVERIFY(big.open(QIODevice::ReadWrite) && big.resize(reportSize));
-        } else if (reportSize < 0) {
-            QVERIFY(QFile::remove(game.path("game.P1")) && QFile::link("/dev/zero", game.path("game.P1")));
         }
         GameData d;
         const QString got = game.load(d);
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
-    }
-
-    // The annotation text rebuilt from the file ("!": the load fails); the next drawing's colour, from the last line or circle.
-    void annotations_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("colour");
-        QTest::newRow("comma inside a text") << QByteArray("T,5,6,Hello, world,7\r\n") << "T,5,6,Hello,0\r\n" << 4;
-        QTest::newRow("quoted text, sizes half to even") << QByteArray("T,1,2,\"a,b\",10.5\nT,1,2,c,11.5")
-                                                         << "T,1,2,a,b,10\r\nT,1,2,c,12\r\n" << 4;
-        QTest::newRow("leading numbers, colour 0") << QByteArray("L,1.5,2.5x,-0.5,1e3,0\r") << "L,2,2,0,1000,0\r\n" << 0;
-        QTest::newRow("unknown kinds skipped") << QByteArray("X,1,2\r\nl,1,2,3,4,5\r\nC,0,0,9,2") << "C,0,0,9,2\r\n" << 2;
-        QTest::newRow("colour overflows") << QByteArray("C,1,2,3,40000") << "!" << 4;
-    }
-    void annotations()
-    {
-        QFETCH(QByteArray, file);
-        TestGame game;
-        game.writeMap({{"Home", 1100, 1100}});
-        game.writeReport("game.P1", {homeLine()});
-        game.write("game.VMK", file);
-        GameData d;
-        d.DrawColourIndex = 4;
-        const QString message = game.load(d);
-        QTEST(message.isEmpty() ? d.AnnotationText : "!", "text");
-        QTEST(int(d.DrawColourIndex), "colour");
     }
 
     // A grid with a step of one light year: cell (gx, gy) lies at (gx, gy).

@@ -181,7 +181,8 @@ private slots:
     {
         QTest::addColumn<QStringList>("files");
         QTest::addColumn<QString>("expected");
-        // A year without its map and a folder not named by a year are no turns; with turn folders, maps named by the year are not read.
+        // A year without its map and a folder not named by a year are no turns; with turn folders,
+        // maps named by the year are not read.
         QTest::newRow("turn folders in year order")
             << QStringList{"2410/GAME.map", "2402/GAME.map", "999/GAME.map", "2409/GAME.P1", "notes/GAME.map", "GAME-2300.map"}
             << "999 999/GAME.map, 2402 2402/GAME.map, 2410 2410/GAME.map";

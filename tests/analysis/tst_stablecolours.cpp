@@ -28,23 +28,20 @@ QString racesNamed(int from, int to)
 class StableColoursTest : public QObject {
     Q_OBJECT
 private slots:
-    // Turns of races by column; each turn's first colours (start colours by number:
-    // 0 red, 1 green, 2 blue, 3 yellow); every race met, in order.
+    // Turns of races by column; each turn's first colours (start colours by number: 0 red, 1 green, 2 blue,
+    // 3 yellow); every race met, in order.
     void turns_data()
     {
         QTest::addColumn<QStringList>("turns");
         QTest::addColumn<QStringList>("colours");
         QTest::addColumn<QString>("met");
-        // Krell's column 0 would be red, which the Humans hold; Ashari's own
-        // column colour is free, so it keeps it, as a single load would show it. Columns
-        // past the races keep the start colours.
+        // Krell's column 0 would be red, which the Humans hold; Ashari's own column colour is free, so it keeps
+        // it, as a single load would show it. Columns past the races keep the start colours.
         QTest::newRow("met in the third turn")
             << QStringList{"Humans Vorn", "Vorn Humans", "Krell Humans Vorn", "Vorn Krell", "Vorn Krell Humans Ashari"}
             << QStringList{"0 1", "1 0 2", "2 0 1", "1 2", "1 2 0 3"} << "Humans Vorn Krell Ashari";
-        QTest::newRow("gone races keep their colours") << QStringList{"Humans Vorn", "Krell Vorn", "Humans"}
-                                                       << QStringList{"0 1", "2 1", "0"} << "Humans Vorn Krell";
-        // With all sixteen colours given, a newcomer takes one that no race of
-        // its own turn shows: R0 is gone, and its own column's green is R1's.
+        // With all sixteen colours given, a newcomer takes one that no race of its own turn shows: R0 is gone,
+        // and its own column's green is R1's.
         QTest::newRow("more races than colours")
             << QStringList{racesNamed(0, 15), "R1 Newcomer " + racesNamed(2, 15)}
             << QStringList{"0 1 2", "1 0 2 3 4 5 6 7 8 9 10 11 12 13 14 15"}

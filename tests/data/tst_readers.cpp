@@ -25,19 +25,14 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("leading");
         QTest::addColumn<QString>("whole");
-        QTest::newRow("percent") << "12%" << 12.0 << "-";
         QTest::newRow("word") << "Unknown" << 0.0 << "-";
         QTest::newRow("empty") << "" << 0.0 << "0";
         QTest::newRow("blanks around") << " 3 " << 3.0 << "3";
         QTest::newRow("E exponent") << "1.5e2" << 150.0 << "150";
-        QTest::newRow("D exponent") << "1d2" << 100.0 << "100";
         QTest::newRow("bare exponent") << "1e" << 1.0 << "-";
         QTest::newRow("point first") << "-.5%" << -0.5 << "-";
-        QTest::newRow("plus sign") << "+2.5" << 2.5 << "2.5";
         QTest::newRow("beyond the double") << "1e309" << qInf() << "inf";
-        QTest::newRow("beyond the double, negative") << "-0.01d311x" << -qInf() << "-";
         QTest::newRow("below the double") << "-12e-330" << -0.0 << "0";
-        QTest::newRow("below the double, in the fraction") << "0.00001e-320" << 0.0 << "0";
     }
     void numbers()
     {
@@ -47,8 +42,7 @@ private slots:
         QTEST(whole ? QString::number(*whole) : QString("-"), "whole");
     }
 
-    // Half to even into 16 and 32 bits, floor, truncation, and the single
-    // precision of canvas positions; beyond its range a value stops the drawing.
+    // Half to even into 16 and 32 bits, floor, truncation, single precision; beyond its range a value stops the drawing.
     void integers()
     {
         QCOMPARE(QList<int>({conv::toInt16(2.5), conv::toInt16(-2.5), conv::toInt16(32766.5), conv::toInt32(32767.5),
@@ -71,8 +65,6 @@ private slots:
         QTest::addColumn<double>("x");
         QTest::addColumn<QString>("game");
         QTest::addColumn<QString>("shortest");
-        QTest::newRow("whole") << -3.0 << "-3" << "-3";
-        QTest::newRow("whole, 10^15") << 1e15 << "1000000000000000" << "1000000000000000";
         QTest::newRow("whole, beyond 2^53") << 123456789012345678.0 << "123456789012345680" << "123456789012345680";
         QTest::newRow("small") << 2.5e-5 << "2.5E-05" << "2.5e-05";
         QTest::newRow("15 digits") << 0.1 + 0.2 << "0.3" << "0.30000000000000004";
@@ -96,7 +88,6 @@ private slots:
         QTest::newRow("37 tabs, above 30 the number 0")
             << QString(37, u'\t') << empty + QStringList(25, "T:Unknown") + QStringList(7, "N:0");
         QTest::newRow("38 tabs") << QString(38, u'\t') << QStringList{"!"};
-        QTest::newRow("38 tabs after the zeros") << QString(29, u'\t') + "5%" << QStringList{"!"};
     }
     void splitLine()
     {
@@ -119,13 +110,9 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<char>("how");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("blanks and tabs before items") << QByteArray(" \t a\tb  , \t c\r\n") << 't'
-                                                      << QStringList{"a\tb  ", "c"};
-        QTest::newRow("empty line is one item") << QByteArray("a\r\n\r\nb") << 't' << QStringList{"a", "", "b"};
         QTest::newRow("quoted across lines") << QByteArray("\"x,\r\ny\" junk, next\n\"open") << 't'
                                              << QStringList{"x,\r\ny", "next", "open"};
-        QTest::newRow("line ends, items") << QByteArray("a\rb\nc\r\nd") << 't' << QStringList{"a", "b", "c", "d"};
-        QTest::newRow("line ends, lines") << QByteArray("a,\tb\rc\n\r\nd") << 'l' << QStringList{"a,\tb", "c", "", "d"};
+        QTest::newRow("line ends, lines") << QByteArray("a,\tb\rc\n\r\nd\r") << 'l' << QStringList{"a,\tb", "c", "", "d"};
         QTest::newRow("numbers") << QByteArray("1 2,,3\t-4.5\r\n1d2") << 'n' << QStringList{"1", "2", "0", "3", "-4.5", "100"};
         QTest::newRow("not a number") << QByteArray("12%") << 'n' << QStringList{"!"};
         QTest::newRow("Windows-1252") << QByteArray("\x80\xB0\x81\x9F\xE9") << 'l' << QStringList{"€°\u0081Ÿé"};
@@ -147,43 +134,23 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(LoadError, reader.readLine());
     }
 
-    // Annotation texts go back out in the game's code page; what it cannot hold becomes "?".
-    void writesWindows1252()
-    {
-        QCOMPARE(encodeWindows1252(QString::fromUtf16(u"a\u20AC\u0178\u00A0\u00FF\u0100\u009F")), QByteArray("a\x80\x9F\xA0\xFF??"));
-    }
-
     // Values from a file inside a message: escaped, cut, quoted.
     void quoting_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("plain, backslash kept") << "C:\\Stars 1" << "\"C:\\Stars 1\"";
         QTest::newRow("C0 controls") << QString::fromUtf16(u"a\0b\f\x1b[2J\x7f\x01", 10)
                                      << "\"a\\x00b\\f\\e[2J\\x7F\\x01\"";
-        QTest::newRow("C1, separators, bidi") << QString::fromUtf16(u"\u0085x\u2028\u202e\u00ad")
-                                              << "\"\\u0085x\\u2028\\u202E\\u00AD\"";
-        QTest::newRow("printable beyond Latin-1 stays") << QString::fromUtf16(u"\u20ac\u2026\U0001F600")
-                                                        << QString::fromUtf16(u"\"\u20ac\u2026\U0001F600\"");
         QTest::newRow("40 characters stay whole") << QString(40, u'x') << '"' + QString(40, u'x') + '"';
         QTest::newRow("41 are cut") << QString(41, u'x') << '"' + QString(40, u'x') + QString::fromUtf16(u"\u2026\"");
-        QTest::newRow("cut counts characters, not escapes") << QString(50, QChar(0)) << '"' + QString("\\x00").repeated(40) + QString::fromUtf16(u"\u2026\"");
         QTest::newRow("cut never splits a pair") << QString(39, u'x') + QString::fromUtf16(u"\U0001F600")
                                                  << '"' + QString(39, u'x') + QString::fromUtf16(u"\u2026\"");
-        QTest::newRow("lone surrogate") << QString(QChar(0xD800)) << "\"\\uD800\"";
     }
     void quoting()
     {
         QFETCH(QString, text);
         QTEST(quoted(text), "expected");
     }
-
-    // A file name and a fault with controls still give one line that a terminal shows as it is.
-    void messagesStayOneLine()
-    {
-        QCOMPARE(LoadError("x\r.map", 0, "fault\non two lines").message(), QString("x\\r.map: fault\\non two lines"));
-    }
-
 
     // "year map file", or "!" for the message that the argument has no year.
     void yearOfAnArgument_data()
@@ -192,13 +159,9 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("folder") << "backups/2431/GAME.map" << "2431 backups/2431/GAME.map";
         QTest::newRow("written wins") << "backups/2431/GAME.map@2440" << "2440 backups/2431/GAME.map";
-        QTest::newRow("@ in a path") << "me@home/2431/GAME.map" << "2431 me@home/2431/GAME.map";
         QTest::newRow("file name") << "games/GAME-2410.map" << "2410 games/GAME-2410.map";
         QTest::newRow("largest year") << "g/32767/G.map" << "32767 g/32767/G.map";
-        QTest::newRow("year 0") << "games/0/GAME.map" << "!";
         QTest::newRow("past 16 bits") << "GAME.map@32768" << "!";
-        QTest::newRow("six digits") << "g/002431/G.map" << "!";
-        QTest::newRow("folder not wholly digits") << "games/turn7/GAME.map" << "!";
     }
     void yearOfAnArgument()
     {
@@ -218,14 +181,11 @@ private slots:
     {
         QTest::addColumn<QStringList>("files");
         QTest::addColumn<QString>("expected");
-        // A year without its map and a folder not named by a year are no turns;
-        // with turn folders, maps named by the year are not read.
+        // A year without its map and a folder not named by a year are no turns; with turn folders,
+        // maps named by the year are not read.
         QTest::newRow("turn folders in year order")
             << QStringList{"2410/GAME.map", "2402/GAME.map", "999/GAME.map", "2409/GAME.P1", "notes/GAME.map", "GAME-2300.map"}
             << "999 999/GAME.map, 2402 2402/GAME.map, 2410 2410/GAME.map";
-        QTest::newRow("maps named by the year") << QStringList{"GAME-2403.map", "GAME-2401.map", "GAME.map"}
-                                                << "2401 GAME-2401.map, 2403 GAME-2403.map";
-        QTest::newRow("no turn") << QStringList() << "!";
         QTest::newRow("two maps in one turn") << QStringList{"2401/A.map", "2401/B.map"} << "!2 map files";
     }
     void turnsOfAFolder()

@@ -11,10 +11,8 @@ namespace {
 
 using Entry = std::function<fuzzentry::Outcome(const QString &, QByteArrayView)>;
 
-const QMap<QString, Entry> entries{{"map", fuzzentry::loadMapFile},
-                                   {"report", fuzzentry::loadReportFiles},
-                                   {"annotation", fuzzentry::loadAnnotationFile},
-                                   {"settings", fuzzentry::loadSettingsFile}};
+const QMap<QString, Entry> entries{{"map", fuzzentry::loadMapFile}, {"report", fuzzentry::loadReportFiles},
+                                   {"annotation", fuzzentry::loadAnnotationFile}, {"settings", fuzzentry::loadSettingsFile}};
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "GameData.h"
 #include "TerritoryGridBuilder.h"
 
+#include <algorithm>
 #include <cmath>
 
 inline void referenceTerritoryGrid(const std::vector<InfluenceSource> &sources, int gridSize, double gridStep,
@@ -22,9 +23,7 @@ inline void referenceTerritoryGrid(const std::vector<InfluenceSource> &sources, 
                 if (s.x < cx - 150 || s.x > cx + 150 || s.y < cy - 150 || s.y > cy + 150)
                     continue;
                 const double dx = s.x - cx, dy = s.y - cy;
-                int32_t dist = conv::toInt32(std::sqrt(dx * dx + dy * dy));
-                if (dist == 0)
-                    dist = 1;
+                const int32_t dist = std::max(conv::toInt32(std::sqrt(dx * dx + dy * dy)), 1);
                 if (dist < 151) {
                     const int32_t strength = dist <= 100
                         ? conv::intDiv(s.soi * 100, dist)

@@ -238,6 +238,7 @@ private slots:
             << LimitRow{MaxPlayers + 1, 1, MaxPlayers + 1, MaxPlayers + 1, 0, "/game.P1, line 18: "};
         QTest::newRow("file too large") << LimitRow{20, 1, 1, 0, MaxGameFileSize + 1,
                           "game.P1: the file is too large for a game file"};
+        QTest::newRow("a device without end") << LimitRow{20, 1, 1, 0, -1, "game.P1: a device, not a game file"};
     }
     void limits()
     {
@@ -255,10 +256,42 @@ private slots:
         if (reportSize > 0) {
             QFile big(game.path("game.P1"));
             QVERIFY(big.open(QIODevice::ReadWrite) && big.resize(reportSize));
+        } else if (reportSize < 0) {
+            QVERIFY(QFile::remove(game.path("game.P1")) && QFile::link("/dev/zero", game.path("game.P1")));
         }
         GameData d;
         const QString got = game.load(d);
         QVERIFY2(got.isEmpty() ? message.isEmpty() : !message.isEmpty() && got.contains(message), qPrintable(got));
+    }
+
+    // The annotation text rebuilt from the file ("!": the load fails), and
+    // the colour of the next drawing, set by the last line or circle.
+    void annotations_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("colour");
+        QTest::newRow("blanks dropped") << QByteArray(" L, 1,2,3,4,5\r\nC,10,20,30,3\r\nT,1,2,x,9")
+                                        << "L,1,2,3,4,5\r\nC,10,20,30,3\r\nT,1,2,x,9\r\n" << 3;
+        QTest::newRow("comma inside a text") << QByteArray("T,5,6,Hello, world,7\r\n") << "T,5,6,Hello,0\r\n" << 4;
+        QTest::newRow("quoted text, sizes half to even") << QByteArray("T,1,2,\"a,b\",10.5\nT,1,2,c,11.5")
+                                                         << "T,1,2,a,b,10\r\nT,1,2,c,12\r\n" << 4;
+        QTest::newRow("leading numbers, colour 0") << QByteArray("L,1.5,2.5x,-0.5,1e3,0\r") << "L,2,2,0,1000,0\r\n" << 0;
+        QTest::newRow("unknown kinds skipped") << QByteArray("X,1,2\r\nl,1,2,3,4,5\r\nC,0,0,9,2") << "C,0,0,9,2\r\n" << 2;
+        QTest::newRow("colour overflows") << QByteArray("C,1,2,3,40000") << "!" << 4;
+    }
+    void annotations()
+    {
+        QFETCH(QByteArray, file);
+        TestGame game;
+        game.writeMap({{"Home", 1100, 1100}});
+        game.writeReport("game.P1", {homeLine()});
+        game.write("game.VMK", file);
+        GameData d;
+        d.DrawColourIndex = 4;
+        const QString message = game.load(d);
+        QTEST(message.isEmpty() ? d.AnnotationText : "!", "text");
+        QTEST(int(d.DrawColourIndex), "colour");
     }
 
     // A grid with a step of one light year: cell (gx, gy) lies at (gx, gy).
@@ -288,16 +321,26 @@ private slots:
             QCOMPARE(QList<int>({c[0], c[1], grid.owner(c[0], c[1]), grid.strength(c[0], c[1])}), c);
     }
 
-    // A last planet left of the origin gives a negative step: cells run backwards.
-    void negativeStep()
+    // Random sources, some stacked, some without an owner; a last planet left
+    // of the origin gives a negative step, and the cells run backwards.
+    void randomSources_data()
     {
+        QTest::addColumn<double>("step");
+        QTest::newRow("forwards") << 2000 / 650.0;
+        QTest::newRow("backwards") << -400 / 650.0;
+    }
+    void randomSources()
+    {
+        QFETCH(double, step);
         QRandomGenerator random(7);
         Sources sources;
-        for (int i = 0; i < 60; ++i)
-            sources.push_back({int16_t(-random.bounded(401)), int16_t(-random.bounded(401)),
-                               int16_t(random.bounded(1, 101)), int16_t(random.bounded(1, 5))});
+        for (int i = 0; i < 200; ++i) {
+            const auto x = int16_t(step * random.bounded(651)), y = int16_t(step * random.bounded(651));
+            for (int copies = random.bounded(1, 3); copies > 0; --copies)
+                sources.push_back({x, y, int16_t(random.bounded(1, 101)), int16_t(random.bounded(17))});
+        }
         TerritoryGrid grid;
-        buildAndCompare(sources, 650, -400 / 650.0, grid);
+        buildAndCompare(sources, 650, step, grid);
     }
 };
 

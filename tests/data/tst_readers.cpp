@@ -134,6 +134,11 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(LoadError, reader.readLine());
     }
 
+    void writesWindows1252()
+    {
+        QCOMPARE(encodeWindows1252(QString::fromUtf16(u"a\u20AC\u0178\u00A0\u00FF\u0100\u009F")), QByteArray("a\x80\x9F\xA0\xFF??"));
+    }
+
     // Values from a file inside a message: escaped, cut, quoted.
     void quoting_data()
     {
@@ -141,6 +146,8 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::newRow("C0 controls") << QString::fromUtf16(u"a\0b\f\x1b[2J\x7f\x01", 10)
                                      << "\"a\\x00b\\f\\e[2J\\x7F\\x01\"";
+        QTest::newRow("C1, separators, bidi") << QString::fromUtf16(u"\u0085x\u2028\u202e\u00ad")
+                                              << "\"\\u0085x\\u2028\\u202E\\u00AD\"";
         QTest::newRow("40 characters stay whole") << QString(40, u'x') << '"' + QString(40, u'x') + '"';
         QTest::newRow("41 are cut") << QString(41, u'x') << '"' + QString(40, u'x') + QString::fromUtf16(u"\u2026\"");
         QTest::newRow("cut never splits a pair") << QString(39, u'x') + QString::fromUtf16(u"\U0001F600")

@@ -19,12 +19,7 @@ namespace layoutfaults {
 
 inline QString nameOf(const QWidget *w)
 {
-    QString name = w->objectName().isEmpty() ? QString::fromLatin1(w->metaObject()->className()) : w->objectName();
-    if (const auto *label = qobject_cast<const QLabel *>(w); label && !label->text().isEmpty())
-        name += " \"" + label->text() + '"';
-    if (const auto *button = qobject_cast<const QAbstractButton *>(w); button && !button->text().isEmpty())
-        name += " \"" + button->text() + '"';
-    return name;
+    return w->objectName().isEmpty() ? QString::fromLatin1(w->metaObject()->className()) : w->objectName();
 }
 
 // Controls are judged whole; the widgets holding them by what they hold.

@@ -26,6 +26,3 @@ bool whileModal(Open open, Inside inside)
     check.stop();
     return ran;
 }
-
-template <typename T, typename Open>
-bool opensModal(Open open) { return whileModal<T>(open, [](T &) {}); }

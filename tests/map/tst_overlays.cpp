@@ -1,4 +1,4 @@
-// The menu overlays through the trace of a recording canvas, and veltro-cli --overlay.
+// The menu overlays through the trace of a recording canvas.
 
 #include "EstHabOverlay.h"
 #include "MineralOverlays.h"
@@ -6,10 +6,8 @@
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
-#include "CliRun.h"
 #include "TraceScene.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 #include <functional>
 
@@ -220,21 +218,6 @@ private slots:
         const QList<QJsonObject> want{
             {{"x", 5000 - 40}, {"y", 5000 + 50}, {"FontSize", 6}, {"color", colour(255, 255, 255)}}};
         QCOMPARE(traceJson(t.ops("Print"), want), traceJson(want));
-    }
-
-    void cliDrawsOverlaysAfterTheRedraw()
-    {
-        QTemporaryDir dir;
-        const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "universe", "--overlay",
-                                   "iron", "--overlay", "names", "-o", dir.filePath("map.png"), "--trace", "-"});
-        QCOMPARE(run.status, 0);
-        const QList<QByteArray> lines = run.out.trimmed().split('\n');
-        QVERIFY(lines.first().contains("\"Cls\""));
-        // The blue ironium discs come before the names, and nothing after them.
-        const auto isPrint = [](const QByteArray &l) { return l.contains("\"Print\""); };
-        const auto firstPrint = std::find_if(lines.begin(), lines.end(), isPrint);
-        QVERIFY(std::any_of(lines.begin(), firstPrint, [](const QByteArray &l) { return l.contains("\"FillColor\":16711680"); }));
-        QVERIFY(firstPrint != lines.end() && std::all_of(firstPrint, lines.end(), isPrint));
     }
 };
 

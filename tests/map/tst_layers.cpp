@@ -55,7 +55,6 @@ private slots:
         QTest::addColumn<HabRow>("row");
         QTest::newRow("hostile -45") << HabRow{-45.0, true, 150, colour(255, 0, 0)};
         QTest::newRow("-10 is magenta") << HabRow{-10.0, true, 150, colour(255, 0, 255)};
-        QTest::newRow("0") << HabRow{0.0, true, 30, colour(255, 255, 0)};
         QTest::newRow("10 is yellow") << HabRow{10.0, true, 150, colour(255, 255, 0)};
         QTest::newRow("10.4 green, radius of 10") << HabRow{10.4, true, 150, colour(0, 255, 0)};
         QTest::newRow("11 rounds 16.5 to 16, raised to 30") << HabRow{11.0, true, 30, colour(0, 255, 0)};
@@ -137,11 +136,6 @@ private slots:
         }, {TerritoryButton}, "PSet",
             {{{"color", colour(128, 2, 128)}, {"x", 2500}, {"y", 5000}, {"DrawWidth", 2}, {"DrawMode", 13}},
              {{"color", colour(255, 3, 255)}, {"x", 10000}}}};
-        // In reports of the new style the second scanner paints over the first.
-        QTest::newRow("scanner ranges") << LayerRow{[](GameData &d) {
-            addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
-        }, {ScannedButton}, "Circle",
-            {{{"FillColor", colour(64, 0, 0)}, {"DrawWidth", 4}}, {{"FillColor", colour(64, 64, 0)}, {"r", 50}}}};
         // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
         QTest::newRow("layers in their fixed order") << LayerRow{[](GameData &d) {
             addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});

@@ -2,7 +2,6 @@
 
 #include "EstHabOverlay.h"
 #include "MineralOverlays.h"
-#include "PlanetNames.h"
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
@@ -13,17 +12,10 @@
 
 namespace {
 
-// A trace whose texts measure 40 canvas units a character, as a raster's would.
-class MeasuredTrace : public TraceRecorder {
-public:
-    using TraceRecorder::TraceRecorder;
-    std::optional<double> textWidth(const DrawingState &, const QString &text) const override { return 40.0 * text.size(); }
-};
-
 struct Traced {
     QByteArray trace;
     Canvas canvas{15000};
-    Traced() { canvas.addSurface(std::make_shared<MeasuredTrace>(trace)); }
+    Traced() { canvas.addSurface(std::make_shared<TraceRecorder>(trace)); }
     QList<QJsonObject> ops(const char *op) const { return traceOps(trace, op); }
 };
 
@@ -184,20 +176,6 @@ private slots:
             seen += l[u"color"].toInt() == colour(255, 0, 0) ? u'R' : u'G';
         QCOMPARE(seen, lines);
         QVERIFY(t.ops("Circle").isEmpty());
-    }
-
-    // Zoomed in; the planet on the window's left edge is left out.
-    void namesHangBelowTheirPlanets()
-    {
-        GameData d = smallGame();
-        zoomToCentre(d);
-        addPlanet(d, 500, 500)[Name] = Value(u"Ab");
-        addPlanet(d, 250, 600)[Name] = Value(u"Edge");
-        Traced t;
-        drawPlanetNames(d, t.canvas);
-        const QList<QJsonObject> want{
-            {{"x", 5000 - 40}, {"y", 5000 + 50}, {"FontSize", 6}, {"color", colour(255, 255, 255)}}};
-        QCOMPARE(traceJson(t.ops("Print"), want), traceJson(want));
     }
 };
 

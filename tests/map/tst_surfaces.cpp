@@ -6,8 +6,6 @@
 #include "RasterSurface.h"
 #include "TraceRecorder.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTest>
 #include <numbers>
 
@@ -74,10 +72,8 @@ private slots:
                 const QRgb pixel = twoDiscs.image().pixel(x, y);
                 const bool inside = mask.image().pixel(x, y) == GreenPixel;
                 QCOMPARE(pixel, inside ? oneDisc.image().pixel(x, y) : RedPixel);
-                if (inside) {
-                    QVERIFY(pixel == BlackPixel || pixel == RedPixel);
-                    ++(pixel == BlackPixel ? hatched : gaps);
-                }
+                hatched += inside && pixel == BlackPixel;
+                gaps += inside && pixel == RedPixel;
             }
         QVERIFY(hatched > 50 && gaps > hatched);
     }
@@ -197,8 +193,6 @@ private slots:
                              "{'op':'PSet','x':-5.5,'y':1e-07,'color':4,'DrawMode':13,'DrawWidth':2}\n"
                              "{'op':'Print','x':100,'y':200.25,'text':'Fort \\'Nine\\'\\t\\\\ \xc3\xa9\\n\\u0001\xe4\xb8\xad',"
                              "'color':16777215,'FontSize':8.25}\n"));
-        // Any text reads back as it was written.
-        QCOMPARE(QJsonDocument::fromJson(trace.split('\n')[5]).object()[u"text"].toString(), text);
     }
 };
 

@@ -1,6 +1,5 @@
 // The pointer over the map: readout, pick box, ring, zoom and annotations.
 
-#include "AnnotationFile.h"
 #include "InteractionHost.h"
 #include "MapPointer.h"
 #include "TraceRecorder.h"

@@ -87,6 +87,7 @@ private slots:
         QTest::addColumn<QRect>("expected");
         QTest::newRow("1") << 500.0f << 1 << QRect(50, 50, 1, 1);
         QTest::newRow("2") << 500.0f << 2 << QRect(49, 49, 2, 2);
+        QTest::newRow("4") << 500.0f << 4 << QRect(48, 48, 4, 4);
         QTest::newRow("5") << 500.0f << 5 << QRect(48, 48, 5, 5);
         QTest::newRow("1 outside") << -3.0f << 1 << QRect();
         QTest::newRow("2 half outside") << -3.0f << 2 << QRect(0, 49, 1, 2);

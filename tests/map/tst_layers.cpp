@@ -1,7 +1,6 @@
 // The redraw's layers checked through the trace of a recording canvas on
-// small hand-made games: radii, colours, order, and the buttons' nesting.
+// small hand-made games: radii, colours, order and rounding.
 
-#include "MapPicture.h"
 #include "MapRedraw.h"
 #include "TraceRecorder.h"
 #include "TestGame.h"
@@ -12,29 +11,18 @@
 
 namespace {
 
-class CollectingHost : public RedrawHost {
-public:
-    QStringList messages;
-    int progressMaximum = 0;
-    int progressSteps = 0;
-    void showMessage(const QString &text) override { messages << text; }
-    void progressStart(int maximum) override { progressMaximum = maximum; }
-    void progressStep() override { ++progressSteps; }
-};
-
 struct Redraw {
     GameData &d;
     QByteArray trace;
     Canvas canvas;
     OverlayButtons buttons;
     ZoomFlags zoom;
-    CollectingHost host;
+    RedrawHost host;
     MapRedraw redraw{d, canvas, buttons, zoom, host};
 
     explicit Redraw(GameData &data, int widthTwips = 15000) : d(data), canvas(widthTwips)
     {
         canvas.addSurface(std::make_shared<TraceRecorder>(trace));
-        buttons.onClick = [this](int) { redraw.redrawUniverse(); };
     }
     QList<QJsonObject> run(const QList<int> &pressed, const char *op = nullptr)
     {
@@ -67,7 +55,6 @@ private slots:
         QTest::addColumn<HabRow>("row");
         QTest::newRow("hostile -45") << HabRow{-45.0, true, 150, colour(255, 0, 0)};
         QTest::newRow("-10 is magenta") << HabRow{-10.0, true, 150, colour(255, 0, 255)};
-        QTest::newRow("0") << HabRow{0.0, true, 30, colour(255, 255, 0)};
         QTest::newRow("10 is yellow") << HabRow{10.0, true, 150, colour(255, 255, 0)};
         QTest::newRow("10.4 green, radius of 10") << HabRow{10.4, true, 150, colour(0, 255, 0)};
         QTest::newRow("11 rounds 16.5 to 16, raised to 30") << HabRow{11.0, true, 30, colour(0, 255, 0)};
@@ -149,11 +136,6 @@ private slots:
         }, {TerritoryButton}, "PSet",
             {{{"color", colour(128, 2, 128)}, {"x", 2500}, {"y", 5000}, {"DrawWidth", 2}, {"DrawMode", 13}},
              {{"color", colour(255, 3, 255)}, {"x", 10000}}}};
-        // In reports of the new style the second scanner paints over the first.
-        QTest::newRow("scanner ranges") << LayerRow{[](GameData &d) {
-            addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {ScannerRange2, 5}});
-        }, {ScannedButton}, "Circle",
-            {{{"FillColor", colour(64, 0, 0)}, {"DrawWidth", 4}}, {{"FillColor", colour(64, 64, 0)}, {"r", 50}}}};
         // Cls; scanner circle and yellow dot; universe disc and dot; hab disc.
         QTest::newRow("layers in their fixed order") << LayerRow{[](GameData &d) {
             addPlanet(d, 500, 500, "Current", {{ScannerRange, 10}, {Hab, 20.0}});
@@ -178,67 +160,12 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(conv::OverflowError, Redraw(d).run({AttackButton}));
     }
 
-    // A window half as wide doubles the border and keeps the marker.
-    void bordersScaleWithTheZoomMarkersDoNot()
-    {
-        GameData d = smallGame();
-        addPlanet(d, 500, 500, {}, {{OwnerIndex, 1}, {SOI, 50}});
-        Redraw zoomed(d);
-        zoomed.buttons.setPressedQuietly(ZoomInButton, true);
-        zoomed.zoom.ZoomArmed = 1;
-        zoomToCentre(d);
-        const Ops want{{{"r", 1000}, {"x", 5000}}, {}, {{"r", 30}}};
-        QCOMPARE(traceJson(zoomed.run({BordersButton, UniverseButton}, "Circle"), want), traceJson(want));
-    }
-
-    // Ten rows of territory dots, one per grid column; the dots' width from the canvas.
-    void territoryProgressAndDotWidth()
+    // The dots' width from the canvas: 26000 twips over 10020 units, 2.59 floored, plus one.
+    void territoryDotWidth()
     {
         GameData d = smallGame();
         d.Grid.set(1, 2, 1, 50);
-        Redraw r(d);
-        r.run({TerritoryButton});
-        QCOMPARE(std::pair(r.host.progressMaximum, r.host.progressSteps), std::pair(5, 5));
-        QCOMPARE(Redraw(d, 26000).run({TerritoryButton}, "PSet")[0][u"DrawWidth"].toInt(), 3); // 2.59 floored
-        // A picture's canvas is 15 twips a pixel: at 667 pixels, 10005 twips,
-        // the dots are one pixel wide, at 668 two.
-        for (auto [pixels, width] : {std::pair{667, 1}, std::pair{668, 2}}) {
-            MapPicture picture(pixels);
-            QByteArray trace;
-            picture.canvas().addSurface(std::make_shared<TraceRecorder>(trace));
-            OverlayButtons buttons;
-            buttons.setPressedQuietly(TerritoryButton, true);
-            ZoomFlags zoom;
-            picture.redraw(d, buttons, zoom, r.host);
-            QCOMPARE(traceOps(trace, "PSet")[0][u"DrawWidth"].toInt(), width);
-        }
-    }
-
-    void clearMapReleasesEverythingButTheZoom()
-    {
-        GameData d = smallGame();
-        addPlanet(d, 500, 500);
-        Redraw r(d);
-        r.buttons.setPressedQuietly(ZoomInButton, true);
-        r.zoom.ZoomArmed = 1;
-        const auto ops = r.run({ClearMapButton, UniverseButton, OwnedButton});
-        for (int b = ClearMapButton; b <= VmkButton; ++b)
-            QCOMPARE(r.buttons.pressed(b), b == ZoomInButton);
-        QCOMPARE(ops.last()[u"op"].toString(), QStringLiteral("Cls"));
-    }
-
-    void zoomIsArmedByTheRedrawAndReleasedToTheFullView()
-    {
-        GameData d = smallGame();
-        Redraw r(d);
-        r.buttons.setPressedQuietly(ZoomInButton, true);
-        r.redraw.redrawUniverse();
-        QCOMPARE(r.zoom.ZoomState, int16_t(1));
-        d.Scale = 40;
-        r.buttons.setPressed(ZoomInButton, false);
-        QCOMPARE(d.Scale, 10.0);
-        QCOMPARE(r.zoom.ZoomArmed, int16_t(0));
-        QVERIFY(r.buttons.enabled(TerritoryButton));
+        QCOMPARE(Redraw(d, 26000).run({TerritoryButton}, "PSet")[0][u"DrawWidth"].toInt(), 3);
     }
 
     void annotationsReplayAtTheView()
@@ -246,11 +173,6 @@ private slots:
         TestGame dir;
         GameData d = smallGame();
         d.AnnotationFilePath = dir.path("game.VMK");
-        Redraw missing(d);
-        missing.run({VmkButton});
-        QCOMPARE(missing.host.messages, QStringList{QStringLiteral("No file found for this map")});
-        QCOMPARE(d.DrawColourIndex, int16_t(1));
-
         dir.write("GAME.vmk", "L,100,100,200,300,3\r\nC,500,500,20,2\r\nT,10,20,Home,10.5\r\nC,1,1,1,9\r\n");
         Redraw replay(d);
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, replay.run({VmkButton}));

@@ -1,31 +1,21 @@
-// The menu overlays through the trace of a recording canvas, and veltro-cli --overlay.
+// The menu overlays through the trace of a recording canvas.
 
 #include "EstHabOverlay.h"
 #include "MineralOverlays.h"
-#include "PlanetNames.h"
 #include "StargateOverlay.h"
 #include "TerraformOverlay.h"
 #include "TraceRecorder.h"
-#include "CliRun.h"
 #include "TraceScene.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 #include <functional>
 
 namespace {
 
-// A trace whose texts measure 40 canvas units a character, as a raster's would.
-class MeasuredTrace : public TraceRecorder {
-public:
-    using TraceRecorder::TraceRecorder;
-    std::optional<double> textWidth(const DrawingState &, const QString &text) const override { return 40.0 * text.size(); }
-};
-
 struct Traced {
     QByteArray trace;
     Canvas canvas{15000};
-    Traced() { canvas.addSurface(std::make_shared<MeasuredTrace>(trace)); }
+    Traced() { canvas.addSurface(std::make_shared<TraceRecorder>(trace)); }
     QList<QJsonObject> ops(const char *op) const { return traceOps(trace, op); }
 };
 
@@ -117,13 +107,6 @@ private slots:
         drawEstimatedHab(d, again.canvas, QStringLiteral("Us"), carry);
         QCOMPARE(again.ops("Circle")[0][u"FillColor"].toInt(), colour(255, 255, 0));
 
-        // An unknown race has bounds 0 and stops at the first planet with gravity.
-        std::swap(d.Planets[0], d.Planets[1]);
-        d.Planets[1][Gravity] = Value(1.0);
-        Traced unknown;
-        QVERIFY_THROWS_EXCEPTION(conv::DivisionByZeroError,
-                                 drawEstimatedHab(d, unknown.canvas, QStringLiteral("Nobody"), carry));
-        QCOMPARE(unknown.ops("Circle").size(), 1);
     }
 
     // The value overlays on one planet, beside one on the window's edge that
@@ -137,10 +120,8 @@ private slots:
         const Overlay iron = [](const GameData &d, Canvas &c) { drawMineralConcentration(d, c, Mineral::Ironium); };
         const Overlay germ = [](const GameData &d, Canvas &c) { drawMineralConcentration(d, c, Mineral::Germanium); };
         QTest::newRow("terraformed -45") << DiscRow{terra, TerraformedHab, {"-45"}, "Current", 150, red};
-        QTest::newRow("terraformed 100") << DiscRow{terra, TerraformedHab, {"100"}, "Current", 150, green};
         QTest::newRow("terraformed 0.3 shows nothing") << DiscRow{terra, TerraformedHab, {"0.3"}, "Current", 0, green};
         QTest::newRow("terraformed 0") << DiscRow{terra, TerraformedHab, {"0"}, "Current", 30, grey};
-        QTest::newRow("terraformed, not in the report") << DiscRow{terra, TerraformedHab, {"-"}, "Current", 30, grey};
         QTest::newRow("iron never reported") << DiscRow{iron, IronMC, {"-", "-", "-"}, "", 30, grey};
         QTest::newRow("iron 75") << DiscRow{iron, IronMC, {"75", "1", "1"}, "5", 75, colour(0, 0, 255)};
         QTest::newRow("iron unknown") << DiscRow{iron, IronMC, {"Unknown", "1", "1"}, "5", 0, colour(0, 0, 255)};
@@ -170,17 +151,6 @@ private slots:
         QCOMPARE(traceJson(t.ops("Circle"), want), traceJson(want));
     }
 
-    void terraformedPassesPutGoodPlanetsOnTop()
-    {
-        GameData d = smallGame();
-        for (double v : {10.0, -10.0, 0.0})
-            addPlanet(d, 500, 500)[TerraformedHab] = Value(v);
-        Traced t;
-        drawTerraformedValues(d, t.canvas);
-        const QList<QJsonObject> want{{{"color", colour(80, 60, 60)}}, {{"color", colour(255, 0, 0)}}, {{"color", colour(0, 255, 0)}}};
-        QCOMPARE(traceJson(t.ops("Circle"), want), traceJson(want));
-    }
-
     // Two gates; the first sits on the window's edge, so its owner mark is left out.
     void stargateLines_data()
     {
@@ -206,35 +176,6 @@ private slots:
             seen += l[u"color"].toInt() == colour(255, 0, 0) ? u'R' : u'G';
         QCOMPARE(seen, lines);
         QVERIFY(t.ops("Circle").isEmpty());
-    }
-
-    // Zoomed in; the planet on the window's left edge is left out.
-    void namesHangBelowTheirPlanets()
-    {
-        GameData d = smallGame();
-        zoomToCentre(d);
-        addPlanet(d, 500, 500)[Name] = Value(u"Ab");
-        addPlanet(d, 250, 600)[Name] = Value(u"Edge");
-        Traced t;
-        drawPlanetNames(d, t.canvas);
-        const QList<QJsonObject> want{
-            {{"x", 5000 - 40}, {"y", 5000 + 50}, {"FontSize", 6}, {"color", colour(255, 255, 255)}}};
-        QCOMPARE(traceJson(t.ops("Print"), want), traceJson(want));
-    }
-
-    void cliDrawsOverlaysAfterTheRedraw()
-    {
-        QTemporaryDir dir;
-        const CliRun run = runCli({"render", VELTRO_SAMPLES "/MARCHES.map", "--year", "2431", "--layers", "universe", "--overlay",
-                                   "iron", "--overlay", "names", "-o", dir.filePath("map.png"), "--trace", "-"});
-        QCOMPARE(run.status, 0);
-        const QList<QByteArray> lines = run.out.trimmed().split('\n');
-        QVERIFY(lines.first().contains("\"Cls\""));
-        // The blue ironium discs come before the names, and nothing after them.
-        const auto isPrint = [](const QByteArray &l) { return l.contains("\"Print\""); };
-        const auto firstPrint = std::find_if(lines.begin(), lines.end(), isPrint);
-        QVERIFY(std::any_of(lines.begin(), firstPrint, [](const QByteArray &l) { return l.contains("\"FillColor\":16711680"); }));
-        QVERIFY(firstPrint != lines.end() && std::all_of(firstPrint, lines.end(), isPrint));
     }
 };
 

@@ -92,10 +92,21 @@ def read_statistics(app, game):
     press(control(stats, "push button", "Close"), "Press")
 
 
+def start():
+    """The program and its application on the bus. A busy display may refuse the
+    program's first connection: then it is started again, at most twice."""
+    for _ in range(3):
+        program = subprocess.Popen([VELTRO, SAMPLE])
+        app = find(pyatspi.Registry.getDesktop(0), lambda n: program.poll() is not None or (
+            n.getRoleName() == "application" and n.name == "Veltro Marches"), "application 'Veltro Marches'")
+        if program.poll() is None:
+            return program, app
+    raise SystemExit("the program did not start")
+
+
 def main():
-    program = subprocess.Popen([VELTRO, SAMPLE])
+    program, app = start()
     try:
-        app = control(pyatspi.Registry.getDesktop(0), "application", "Veltro Marches")
         control(app, "text", "Current Game Year:").queryEditableText().setTextContents("2431")
         press(control(app, "push button", "Load & Generate Data"), "Press")
         for name in ("Show Universe", "Show Borders", "Show Planets Owned"):

@@ -5,8 +5,6 @@
 
 #include <QTemporaryDir>
 #include <QTest>
-#include <fcntl.h>
-#include <unistd.h>
 
 class CommandLineTest : public QObject {
     Q_OBJECT
@@ -102,23 +100,6 @@ private slots:
         QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 200 + 65536 * 72) + "}"));
         QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 64 + 65536 * 64) + "}"));
         QVERIFY(!run.out.contains("\"FillColor\":" + QByteArray::number(160 + 256 * 176 + 65536 * 192) + "}"));
-    }
-
-    // Qt reads arguments as UTF-8: a Latin-1 name is told apart from a missing file.
-    void argumentNotInUtf8()
-    {
-        QTemporaryDir dir;
-        const QByteArray name = QFile::encodeName(dir.path()) + "/Spiel\xe4.map";
-        const int fd = ::open(name.constData(), O_CREAT | O_WRONLY, 0644);
-        QVERIFY(fd >= 0);
-        ::close(fd);
-        QProcess process;
-        process.start("sh", {"-c", "exec \"$0\" export \"$(printf '%s/Spiel\\344.map' \"$1\")\"", VELTRO_CLI, dir.path()});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), 2);
-        QCOMPARE(process.readAllStandardError(),
-                 "argument 2 is not UTF-8 text: \"" + QFile::encodeName(dir.path()) + "/Spiel\\xE4.map\"; file names are read "
-                 "as UTF-8, so give the file a UTF-8 name\n");
     }
 };
 

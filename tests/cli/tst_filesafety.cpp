@@ -197,11 +197,14 @@ private slots:
         TestGame game;
         copySample(game, "INDIGO", true);
         arguments.replaceInStrings("%1", game.dir());
-        const CliRun plain = runCli(arguments, {.locale = "C"});
+        CliStart start;
+        start.locale = "C";
+        const CliRun plain = runCli(arguments, start);
         QCOMPARE(plain.status, 0);
         QVERIFY(!plain.out.isEmpty());
         for (const char *locale : {"de_DE.UTF-8", "tr_TR.UTF-8"}) {
-            const CliRun run = runCli(arguments, {.locale = locale});
+            start.locale = locale;
+            const CliRun run = runCli(arguments, start);
             QCOMPARE(run.status, 0);
             QCOMPARE(run.err, plain.err);
             QVERIFY2(run.out == plain.out, locale);

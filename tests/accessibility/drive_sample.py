@@ -93,8 +93,7 @@ def read_statistics(app, game):
 
 
 def start():
-    """The program and its application on the bus. A busy display may refuse the
-    program's first connection: then it is started again, at most twice."""
+    # A busy display may refuse the program's first connection: it is started again, at most twice.
     for _ in range(3):
         program = subprocess.Popen([VELTRO, SAMPLE])
         app = find(pyatspi.Registry.getDesktop(0), lambda n: program.poll() is not None or (

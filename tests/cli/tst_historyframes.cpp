@@ -81,7 +81,6 @@ class HistoryFramesTest : public QObject {
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_dir.isValid());
         gamegen::GameOptions options;
         options.mapPath = VELTRO_TEST_MAPS "/huge-packed-00001.map";
         options.outDir = m_dir.path();

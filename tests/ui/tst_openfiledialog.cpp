@@ -163,18 +163,6 @@ private slots:
         QCOMPARE(m_sink.messages, QStringList{QStringLiteral("No Player files found for this map")});
     }
 
-    // The game's install folder, or the home folder when it is not there.
-    void opensOnTheInstallFolder()
-    {
-        Window w, fallback;
-        w.data.StartDir = w.game.dir();
-        w.dialog.show();
-        QCOMPARE(w.dialog.folder(), QDir(w.game.dir()).absolutePath());
-        fallback.data.StartDir = QStringLiteral("Q:\\Stars");
-        fallback.dialog.show();
-        QCOMPARE(fallback.dialog.folder(), QDir::homePath());
-    }
-
 private:
     RecordingSink m_sink;
 };

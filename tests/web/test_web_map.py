@@ -156,9 +156,6 @@ class WebMapTest(unittest.TestCase):
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
             return list(pool.map(lambda o: self.planet(year, *o), options))
 
-    def planets_at(self, year, points):
-        return self.planets(year, [("--at", f"{x!r},{y!r}") for x, y in points])
-
     def render(self, year, layers, size=800, names=False):
         out = self.renders / f"{year}-{layers}-{size}-{names}.png"
         if not out.exists():
@@ -178,8 +175,7 @@ class WebMapTest(unittest.TestCase):
 
     def assert_shows(self, expected):
         shown = self.shown_files()
-        for f in shown:
-            self.assertEqual(f.parent.parent.parent, self.site)
+        self.assertEqual({f.parent.parent.parent for f in shown}, {self.site})
         encode = lambda f: base64.b64encode(f.read_bytes()).decode()
         result = self.driver.execute_async_script(COMPARE, [encode(f) for f in shown], [encode(expected)])
         self.assertEqual(result.get("differ"), 0, f"{[f.name for f in shown]} against {expected.name}: {result}")
@@ -233,7 +229,7 @@ class WebMapTest(unittest.TestCase):
                     self.point_at(x, y)
                     seen.append((self.state()["pointer"], self.readout()))
         self.assertGreater(self.state()["zoom"], 1)
-        answers = self.planets_at(2441, [(p["x"], p["y"]) for p, _ in seen])
+        answers = self.planets(2441, [("--at", f"{p['x']!r},{p['y']!r}") for p, _ in seen])
         named = 0
         for (pointer, shown), answer in zip(seen, answers):
             self.assertEqual(shown, {k: answer[k] for k in ("XYCoord", "theplanet", "ToolTip")}, pointer)
@@ -256,7 +252,7 @@ class WebMapTest(unittest.TestCase):
         self.go_to_year(2442)
         shown = self.driver.execute_script(
             "return arguments[0].map(([x, y]) => veltroMap.readoutAt(x, y))", points)
-        answers = self.planets_at(2442, points)
+        answers = self.planets(2442, [("--at", f"{x!r},{y!r}") for x, y in points])
         for point, page, cli in zip(points, shown, answers):
             self.assertEqual(page, {k: cli[k] for k in ("XYCoord", "theplanet", "ToolTip", "Picked")}, point)
         picked = [len(a["Picked"]) for a in answers]

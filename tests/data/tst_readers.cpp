@@ -32,6 +32,7 @@ private slots:
         QTest::newRow("bare exponent") << "1e" << 1.0 << "-";
         QTest::newRow("point first") << "-.5%" << -0.5 << "-";
         QTest::newRow("beyond the double") << "1e309" << qInf() << "inf";
+        QTest::newRow("beyond the double, no exponent") << QString(400, u'9') << qInf() << "inf";
         QTest::newRow("below the double") << "-12e-330" << -0.0 << "0";
     }
     void numbers()

@@ -97,9 +97,10 @@ private slots:
                                    "--race-colour", "Vorn=#A0B0C0", "--race-colour", "Vorn=#40C848", "--race-colour",
                                    "Morrow Kin=#404040", "-o", dir.filePath("map.png"), "--trace", "-"});
         QCOMPARE(run.status, 0);
-        QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 200 + 65536 * 72) + "}"));
-        QVERIFY(run.out.contains("\"FillColor\":" + QByteArray::number(64 + 256 * 64 + 65536 * 64) + "}"));
-        QVERIFY(!run.out.contains("\"FillColor\":" + QByteArray::number(160 + 256 * 176 + 65536 * 192) + "}"));
+        const auto fill = [](int r, int g, int b) { return "\"FillColor\":" + QByteArray::number(r + 256 * g + 65536 * b) + "}"; };
+        QVERIFY(run.out.contains(fill(64, 200, 72)));
+        QVERIFY(run.out.contains(fill(64, 64, 64)));
+        QVERIFY(!run.out.contains(fill(160, 176, 192)));
     }
 };
 

@@ -10,14 +10,6 @@
 
 namespace {
 
-// The sample game in a scratch folder, named from `base`, with lower-case suffixes if asked.
-void copySample(const TestGame &game, const QString &base = "MARCHES", bool lowerSuffixes = false)
-{
-    for (const QString suffix : {".map", ".P1", ".P2", ".P3", ".P4", ".P5", ".VMK"})
-        game.write(base + (lowerSuffixes && suffix != ".map" ? suffix.toLower() : suffix),
-                   fileBytes(VELTRO_SAMPLES "/MARCHES" + suffix));
-}
-
 mode_t modeOf(const QString &path, bool follow = true)
 {
     struct stat st {};

@@ -78,6 +78,16 @@ private:
     QTemporaryDir m_dir;
 };
 
+// The sample game copied into `game`, named from `base`, with lower-case suffixes if asked.
+inline void copySample(const TestGame &game, const QString &base = QStringLiteral("MARCHES"), bool lowerSuffixes = false)
+{
+    for (const QString suffix : {".map", ".P1", ".P2", ".P3", ".P4", ".P5", ".VMK"}) {
+        QFile sample(QStringLiteral(VELTRO_SAMPLES "/MARCHES") + suffix);
+        game.write(base + (lowerSuffixes && suffix != ".map" ? suffix.toLower() : suffix),
+                   sample.open(QIODevice::ReadOnly) ? sample.readAll() : QByteArray());
+    }
+}
+
 // Writes a game of these planets and reports (file name -> lines) and loads it.
 inline QString loadGame(GameData &data, const QList<MapPlanet> &map, const QMap<QString, QList<QByteArray>> &reports,
                         const QString &year = {}, const QMap<int, QString> &reportYears = {},
